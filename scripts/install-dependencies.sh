@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# Installs what the build, the tests and the checks need on Debian 12; does nothing when all of it is there.
+# Usage: scripts/install-dependencies.sh [build|test|check]   (each includes the ones before it)
+set -euo pipefail
+
+level=${1:-build}
+
+packages=(
+    g++ cmake ninja-build pkg-config python3 fonts-dejavu-core fonts-liberation2
+    libhwy-dev libturbojpeg0-dev libjpeg62-turbo-dev libpng-dev libtiff-dev libgif-dev
+    libwebp-dev libdeflate-dev libgdk-pixbuf-2.0-dev zlib1g-dev
+)
+if [[ $level == test || $level == check ]]; then
+    packages+=(libgtest-dev)
+fi
+if [[ $level == check ]]; then
+    packages+=(clang-16 libclang-rt-16-dev clang-format-16 clang-tidy-16)
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+    if [[ $(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null) != installed ]]; then
+        missing+=("$package")
+    fi
+done
+[[ ${#missing[@]} -eq 0 ]] && exit 0
+
+as_root=()
+if [[ $(id -u) -ne 0 ]]; then
+    if ! command -v sudo >/dev/null; then
+        echo "These packages are missing and sudo is not here to install them: ${missing[*]}" >&2
+        exit 1
+    fi
+    as_root=(sudo)
+fi
+
+echo "Installing: ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+"${as_root[@]}" apt-get -o DPkg::Lock::Timeout=300 -qq update
+"${as_root[@]}" apt-get -o DPkg::Lock::Timeout=300 -qq install -y --no-install-recommends "${missing[@]}" >/dev/null

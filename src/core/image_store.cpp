@@ -1,0 +1,190 @@
+// The document: a ring of sixteen bitmaps, its settings, and what its file carried.
+// SPDX-License-Identifier: MIT
+#include "core/image_store.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "core/compose.h"
+
+namespace pixvane {
+namespace {
+
+constexpr std::int32_t kSmallestNewSide = 4;
+constexpr std::int32_t kSmallestArraySide = 2;
+
+}  // namespace
+
+ConstPixelBuffer ImageStore::current() const {
+    if (is_empty()) return {};
+    return std::as_const(slot()).pixels();
+}
+
+std::shared_ptr<const Bitmap> ImageStore::current_bitmap() const {
+    return is_empty() ? nullptr : slots_[static_cast<std::size_t>(current_)];
+}
+
+void ImageStore::Empty() {
+    for (auto& bitmap : slots_) bitmap.reset();
+    current_ = -1;
+    used_ = 0;
+    redoCount_ = 0;
+    modified_ = false;
+    frameCount_ = 0;
+    extras_ = {};
+    view.set_image_size(0, 0);
+}
+
+void ImageStore::begin_document(std::shared_ptr<Bitmap> bitmap) {
+    slots_[0] = std::move(bitmap);
+    current_ = 0;
+    used_ = 1;
+    frameCount_ = 1;
+    view.set_image_size(width(), height());
+    view.lay_out_document();
+}
+
+bool ImageStore::NewImage(std::int64_t width, std::int64_t height) {
+    if (width < kSmallestNewSide || height < kSmallestNewSide || !is_picture_size(width, height)) return false;
+    Empty();
+    auto bitmap = Bitmap::create(width, height);
+    if (bitmap == nullptr) return false;
+    fill(bitmap->pixels(), BitmapBackColor);
+    begin_document(std::move(bitmap));
+    return true;
+}
+
+bool ImageStore::LoadImage(const std::string& path) {
+    Empty();
+    ByteBuffer file;
+    DecodedImage image;
+    if (!files_.read(path, file) || !codec_.decode(file, 0, image)) return false;
+    return load_decoded(std::move(image));
+}
+
+bool ImageStore::load_decoded(DecodedImage&& image) {
+    Empty();
+    if (image.bitmap == nullptr) return false;
+    begin_document(std::move(image.bitmap));
+    frameCount_ = std::max(image.frameCount, 1);
+    extras_ = std::move(image.extras);
+    return true;
+}
+
+bool ImageStore::load_array(const std::uint8_t* pixels, std::int64_t width, std::int64_t height) {
+    Empty();
+    if (width < kSmallestArraySide || height < kSmallestArraySide) return false;
+    auto bitmap = Bitmap::create(width, height);
+    if (bitmap == nullptr) return false;
+    std::memcpy(bitmap->pixels().data, pixels, bitmap->pixels().bytes());
+    begin_document(std::move(bitmap));
+    return true;
+}
+
+void ImageStore::draw_over_current(ConstPixelBuffer picture) {
+    if (!is_empty()) draw_over(slot().pixels(), picture, 0, 0);
+}
+
+bool ImageStore::SaveImage(const std::string& path, std::int32_t type) {
+    if (is_empty() || type < static_cast<std::int32_t>(SaveType::Bmp) ||
+        type > static_cast<std::int32_t>(SaveType::Png))
+        return false;
+    ByteBuffer file;
+    const EncodeOptions options{JpegQuality, &extras_};
+    if (!codec_.encode(current(), static_cast<SaveType>(type), options, file)) return false;
+    if (!files_.write_whole(path, file)) return false;
+    modified_ = false;
+    return true;
+}
+
+bool ImageStore::IsImageFile(const std::string& path) const {
+    ByteBuffer file;
+    return files_.read(path, file) && codec_.is_image(file);
+}
+
+bool ImageStore::encode_picture(ByteBuffer& file) const {
+    if (is_empty()) return false;
+    // Over white every pixel is opaque, and an opaque picture is written with 24 bits.
+    auto flat = Bitmap::create(width(), height());
+    if (flat == nullptr) return false;
+    flatten(flat->pixels(), current(), 0xFFFFFFFF);
+    return codec_.encode(flat->pixels(), SaveType::Bmp, {}, file);
+}
+
+// The ring keeps no record of which slot is oldest: an undo stops after fifteen steps or at a slot that was
+// never filled, so it may pass into slots that an abandoned line of edits left behind.
+bool ImageStore::can_undo() const {
+    return used_ > 0 && redoCount_ < kSlots - 1 &&
+           slots_[static_cast<std::size_t>(previous_index())] != nullptr;
+}
+
+void ImageStore::Undo() {
+    if (!can_undo()) return;
+    ++redoCount_;
+    step_to(previous_index());
+}
+
+void ImageStore::Redo() {
+    if (!can_redo()) return;
+    --redoCount_;
+    step_to((current_ + 1) % used_);
+}
+
+void ImageStore::step_to(std::int32_t index) {
+    const std::int32_t oldWidth = width();
+    const std::int32_t oldHeight = height();
+    current_ = index;
+    if (width() != oldWidth || height() != oldHeight) size_changed();
+}
+
+void ImageStore::size_changed() {
+    view.set_image_size(width(), height());
+    view.recompute_layout();
+}
+
+std::shared_ptr<const Bitmap> ImageStore::GetImageArray() {
+    Edit edit(*this);
+    if (!edit) return nullptr;
+    copy(edit.target(), edit.source());
+    edit.commit();
+    auto bitmap = current_bitmap();
+    Undo();
+    return bitmap;
+}
+
+std::shared_ptr<Bitmap> ImageStore::open_step(std::int64_t width, std::int64_t height) {
+    if (is_empty() || !is_picture_size(width, height)) return nullptr;
+    if (!editsSuppressed_) {
+        auto& next = slots_[static_cast<std::size_t>((current_ + 1) % kSlots)];
+        // What the slot held is gone, so it can't be redone either; its memory serves the new bitmap.
+        if (next != nullptr) redoCount_ = 0;
+        next.reset();
+    }
+    return Bitmap::create(width, height);
+}
+
+void ImageStore::close_step(std::shared_ptr<Bitmap> bitmap) {
+    const bool sameSize = bitmap->width() == width() && bitmap->height() == height();
+    if (!editsSuppressed_) {
+        current_ = (current_ + 1) % kSlots;
+        used_ = std::max(used_, current_ + 1);
+        redoCount_ = 0;
+    }
+    slots_[static_cast<std::size_t>(current_)] = std::move(bitmap);
+    modified_ = true;
+    if (!sameSize) size_changed();
+}
+
+Edit::Edit(ImageStore& store) : Edit(store, store.width(), store.height()) {}
+
+Edit::Edit(ImageStore& store, std::int64_t width, std::int64_t height)
+    : store_(store), target_(store.open_step(width, height)) {}
+
+Edit::~Edit() = default;
+
+ConstPixelBuffer Edit::source() const { return store_.current(); }
+
+void Edit::commit() { store_.close_step(std::move(target_)); }
+
+}  // namespace pixvane

@@ -1,0 +1,98 @@
+// The document: a ring of sixteen bitmaps, its settings, and what its file carried.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "core/bitmap.h"
+#include "core/byte_buffer.h"
+#include "core/color.h"
+#include "core/edit.h"
+#include "core/file_system.h"
+#include "core/image_codec.h"
+#include "core/viewport.h"
+
+namespace pixvane {
+
+class ImageStore {
+public:
+    static constexpr std::int32_t kSlots = 16;
+
+    ImageStore(ImageCodec& codec, FileSystem& files) : codec_(codec), files_(files) {}
+
+    // What is there.
+    bool is_empty() const { return used_ < 1; }
+    std::int32_t width() const { return is_empty() ? 0 : slot().width(); }
+    std::int32_t height() const { return is_empty() ? 0 : slot().height(); }
+    /// The current picture; of size 0 x 0 when empty.
+    ConstPixelBuffer current() const;
+    std::shared_ptr<const Bitmap> current_bitmap() const;
+    std::int32_t frame_count() const { return frameCount_; }
+    bool modified() const { return modified_; }
+
+    // New documents. Each leaves one slot, not modified, laid out anew.
+    /// Refused, with nothing changed: a side below 4, or a size that no picture may have. False also if there
+    /// is no memory; then the store is empty.
+    bool NewImage(std::int64_t width, std::int64_t height);
+    void Empty();
+    /// False and empty if the file is missing or can't be decoded.
+    bool LoadImage(const std::string& path);
+    bool load_decoded(DecodedImage&& image);
+    /// False and empty if a side is below 2 or there is no memory. `pixels` holds width * height of them, as
+    /// bytes B, G, R, A; it may be null where the size is refused anyway.
+    bool load_array(const std::uint8_t* pixels, std::int64_t width, std::int64_t height);
+    /// Draws a picture into the current one at (0, 0) without a history step.
+    void draw_over_current(ConstPixelBuffer picture);
+
+    // Files.
+    /// A type outside SaveType is refused before anything is written. Clears modified when it worked.
+    bool SaveImage(const std::string& path, std::int32_t type);
+    bool IsImageFile(const std::string& path) const;
+    /// The bytes of a 24-bit BMP file of the current picture over white; false if empty.
+    bool encode_picture(ByteBuffer& file) const;
+    bool decode_picture(ByteSpan file, DecodedImage& image) const { return codec_.decode(file, 0, image); }
+
+    // History.
+    void Undo();
+    void Redo();
+    bool can_undo() const;
+    bool can_redo() const { return used_ >= 1 && redoCount_ > 0; }
+    /// The current pixels by way of a copy in the next slot and one undo: modified becomes true, the copy can
+    /// be redone. Null if the store is empty or there is no memory.
+    std::shared_ptr<const Bitmap> GetImageArray();
+    /// While set, an edit replaces the current picture instead of opening a step.
+    void set_edits_suppressed(bool suppressed) { editsSuppressed_ = suppressed; }
+
+    // Settings.
+    Pixel BitmapBackColor = 0xFFFFFFFF;
+    Pixel FrameColor = 0xFFD3D3D3;
+    std::int32_t JpegQuality = 90;
+    Viewport view;
+
+private:
+    friend class Edit;
+
+    Bitmap& slot() const { return *slots_[static_cast<std::size_t>(current_)]; }
+    std::int32_t previous_index() const { return current_ == 0 ? kSlots - 1 : current_ - 1; }
+    void begin_document(std::shared_ptr<Bitmap> bitmap);
+    void step_to(std::int32_t index);
+    void size_changed();
+    std::shared_ptr<Bitmap> open_step(std::int64_t width, std::int64_t height);
+    void close_step(std::shared_ptr<Bitmap> bitmap);
+
+    ImageCodec& codec_;
+    FileSystem& files_;
+    std::array<std::shared_ptr<Bitmap>, kSlots> slots_;
+    std::int32_t current_ = -1;
+    std::int32_t used_ = 0;  // slots filled since the store was last emptied
+    std::int32_t redoCount_ = 0;
+    bool modified_ = false;
+    bool editsSuppressed_ = false;
+    std::int32_t frameCount_ = 0;
+    FileExtras extras_;
+};
+
+}  // namespace pixvane

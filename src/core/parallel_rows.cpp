@@ -1,0 +1,169 @@
+// Rows of a picture shared among worker threads, joined before the call returns.
+// SPDX-License-Identifier: MIT
+#include "core/parallel_rows.h"
+
+#include <algorithm>
+#include <condition_variable>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+namespace pixvane {
+namespace {
+
+constexpr double kWorthSplitting = 500'000;  // nanoseconds
+constexpr std::int32_t kMostThreads = 64;
+// More bands than threads, so that one slow thread doesn't make the others wait.
+constexpr std::int32_t kBandsPerThread = 4;
+
+struct Job {
+    detail::RowsFunction function;
+    void* context;
+    std::int32_t rows;
+    std::int32_t bandRows;
+    std::int32_t next = 0;     // first row that nobody has taken yet
+    std::int32_t helpers = 0;  // workers inside the job
+};
+
+// One job at a time; whoever finds the pool taken works alone.
+class Pool {
+public:
+    explicit Pool(std::int32_t helpers) {
+        threads_.reserve(static_cast<std::size_t>(helpers));
+        try {
+            for (std::int32_t i = 0; i < helpers; ++i) threads_.emplace_back([this] { serve(); });
+        } catch (const std::system_error&) {
+            // The system gives no more threads: those that run are enough.
+        }
+    }
+
+    ~Pool() {
+        {
+            std::lock_guard lock(mutex_);
+            stopping_ = true;
+        }
+        wake_.notify_all();
+        for (std::thread& thread : threads_) thread.join();
+    }
+
+    void run(Job& job) {
+        {
+            std::lock_guard lock(mutex_);
+            job_ = &job;
+        }
+        wake_.notify_all();
+        std::unique_lock lock(mutex_);
+        work(job, lock);
+        job_ = nullptr;
+        done_.wait(lock, [&] { return job.helpers == 0; });
+    }
+
+private:
+    void serve() {
+        std::unique_lock lock(mutex_);
+        for (;;) {
+            wake_.wait(lock, [&] { return stopping_ || (job_ != nullptr && job_->next < job_->rows); });
+            if (stopping_) return;
+            Job& job = *job_;
+            ++job.helpers;
+            work(job, lock);
+            if (--job.helpers == 0) done_.notify_all();
+        }
+    }
+
+    void work(Job& job, std::unique_lock<std::mutex>& lock) {
+        while (job.next < job.rows) {
+            const std::int32_t first = job.next;
+            const std::int32_t last = first + std::min(job.bandRows, job.rows - first);
+            job.next = last;
+            lock.unlock();
+            job.function(job.context, first, last);
+            lock.lock();
+        }
+    }
+
+    std::mutex mutex_;
+    std::condition_variable wake_;
+    std::condition_variable done_;
+    std::vector<std::thread> threads_;
+    Job* job_ = nullptr;
+    bool stopping_ = false;
+};
+
+struct PoolState {
+    std::mutex mutex;  // also held for the whole of a job: it is what "taken" means
+    Pool* pool = nullptr;
+    std::int32_t holders = 0;
+    std::int32_t wanted = 0;      // threads; 0 until first asked for
+    std::int32_t poolThreads = 0;  // what the pool was built for
+};
+
+PoolState* state = new PoolState;
+
+// Set on the caller's thread while a job of its own runs: work that splits again stays on its thread.
+thread_local bool insideJob = false;
+
+std::int32_t wanted_locked() {
+    if (state->wanted == 0)
+        state->wanted =
+            std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, kMostThreads);
+    return state->wanted;
+}
+
+void drop_pool_locked() {
+    delete state->pool;
+    state->pool = nullptr;
+}
+
+}  // namespace
+
+void set_worker_threads(std::int32_t count) {
+    std::lock_guard lock(state->mutex);
+    state->wanted = std::clamp(count, 1, kMostThreads);
+}
+
+std::int32_t worker_threads() {
+    std::lock_guard lock(state->mutex);
+    return wanted_locked();
+}
+
+WorkerThreads::WorkerThreads() {
+    std::lock_guard lock(state->mutex);
+    ++state->holders;
+}
+
+WorkerThreads::~WorkerThreads() {
+    std::lock_guard lock(state->mutex);
+    if (--state->holders == 0) drop_pool_locked();
+}
+
+void detail::run_rows(std::int32_t rows, double nanosecondsPerRow, RowsFunction function, void* context) {
+    if (rows <= 0) return;
+    std::unique_lock lock(state->mutex, std::defer_lock);
+    if (rows < 2 || rows * nanosecondsPerRow < kWorthSplitting || insideJob || !lock.try_lock() ||
+        state->holders == 0 || wanted_locked() < 2) {
+        function(context, 0, rows);
+        return;
+    }
+    const std::int32_t threads = wanted_locked();
+    if (state->pool == nullptr || state->poolThreads != threads) {
+        drop_pool_locked();
+        state->pool = new Pool(threads - 1);
+        state->poolThreads = threads;
+    }
+    const std::int32_t bands = std::min(rows, threads * kBandsPerThread);
+    Job job{function, context, rows, (rows + bands - 1) / bands};
+    insideJob = true;
+    state->pool->run(job);
+    insideJob = false;
+}
+
+void forget_worker_threads_after_fork() {
+    auto* fresh = new PoolState;
+    fresh->holders = state->holders;
+    fresh->wanted = state->wanted;
+    state = fresh;
+}
+
+}  // namespace pixvane

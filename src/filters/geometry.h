@@ -1,0 +1,16 @@
+// Quarter turns and flips.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include "core/pixel_buffer.h"
+
+namespace pixvane::filters {
+
+/// Turns clockwise by (type mod 4) * 90 degrees, then flips horizontally if type is 4 or more; type is 0..7.
+/// The target has the source's size, with sides exchanged for odd types; the memory must be different.
+/// Pixels move whole, alpha included.
+void rotate_flip(ConstPixelBuffer source, PixelBuffer target, std::int32_t type);
+
+}  // namespace pixvane::filters

@@ -1,0 +1,28 @@
+// Histograms of the channels and of luminance.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "core/pixel_buffer.h"
+
+namespace pixvane::filters {
+
+/// Number of pixels for each value 0..255.
+using Histogram = std::array<std::int32_t, 256>;
+
+struct ChannelHistograms {
+    Histogram red{};
+    Histogram green{};
+    Histogram blue{};
+};
+
+ChannelHistograms channel_histograms(ConstPixelBuffer source);
+
+enum class Channel { Red, Green, Blue };
+Histogram channel_histogram(ConstPixelBuffer source, Channel channel);
+/// Of trunc(0.7154 G + 0.2125 R + 0.0721 B), summed in this order in doubles. Alpha is not read.
+Histogram luminance_histogram(ConstPixelBuffer source);
+
+}  // namespace pixvane::filters
