@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "core/compose.h"
@@ -13,6 +14,16 @@ namespace {
 
 constexpr std::int32_t kSmallestNewSide = 4;
 constexpr std::int32_t kSmallestArraySide = 2;
+
+/// A file that takes more memory than there is fails like one that can't be read.
+template <class Work>
+bool false_without_memory(Work work) {
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
 
 }  // namespace
 
@@ -45,8 +56,12 @@ void ImageStore::begin_document(std::shared_ptr<Bitmap> bitmap) {
     view.lay_out_document();
 }
 
+bool ImageStore::accepts_new_size(std::int64_t width, std::int64_t height) {
+    return width >= kSmallestNewSide && height >= kSmallestNewSide && is_picture_size(width, height);
+}
+
 bool ImageStore::NewImage(std::int64_t width, std::int64_t height) {
-    if (width < kSmallestNewSide || height < kSmallestNewSide || !is_picture_size(width, height)) return false;
+    if (!accepts_new_size(width, height)) return false;
     Empty();
     auto bitmap = Bitmap::create(width, height);
     if (bitmap == nullptr) return false;
@@ -57,14 +72,14 @@ bool ImageStore::NewImage(std::int64_t width, std::int64_t height) {
 
 bool ImageStore::LoadImage(const std::string& path) {
     Empty();
-    ByteBuffer file;
-    DecodedImage image;
-    if (!files_.read(path, file) || !codec_.decode(file, 0, image)) return false;
-    return load_decoded(std::move(image));
+    return false_without_memory([&] {
+        ByteBuffer file;
+        DecodedImage image;
+        return files_.read(path, file) && codec_.decode(file, 0, image) && load_decoded(std::move(image));
+    });
 }
 
 bool ImageStore::load_decoded(DecodedImage&& image) {
-    Empty();
     if (image.bitmap == nullptr) return false;
     begin_document(std::move(image.bitmap));
     frameCount_ = std::max(image.frameCount, 1);
@@ -90,17 +105,25 @@ bool ImageStore::SaveImage(const std::string& path, std::int32_t type) {
     if (is_empty() || type < static_cast<std::int32_t>(SaveType::Bmp) ||
         type > static_cast<std::int32_t>(SaveType::Png))
         return false;
-    ByteBuffer file;
-    const EncodeOptions options{JpegQuality, &extras_};
-    if (!codec_.encode(current(), static_cast<SaveType>(type), options, file)) return false;
-    if (!files_.write_whole(path, file)) return false;
-    modified_ = false;
-    return true;
+    const bool saved = false_without_memory([&] {
+        ByteBuffer file;
+        const EncodeOptions options{JpegQuality, &extras_};
+        return codec_.encode(current(), static_cast<SaveType>(type), options, file) &&
+               files_.write_whole(path, file);
+    });
+    if (saved) modified_ = false;
+    return saved;
 }
 
 bool ImageStore::IsImageFile(const std::string& path) const {
-    ByteBuffer file;
-    return files_.read(path, file) && codec_.is_image(file);
+    return false_without_memory([&] {
+        ByteBuffer file;
+        return files_.read(path, file) && codec_.is_image(file);
+    });
+}
+
+bool ImageStore::decode_picture(ByteSpan file, DecodedImage& image) const {
+    return false_without_memory([&] { return codec_.decode(file, 0, image); });
 }
 
 bool ImageStore::encode_picture(ByteBuffer& file) const {

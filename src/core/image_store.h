@@ -34,13 +34,14 @@ public:
     bool modified() const { return modified_; }
 
     // New documents. Each leaves one slot, not modified, laid out anew.
-    /// Refused, with nothing changed: a side below 4, or a size that no picture may have. False also if there
-    /// is no memory; then the store is empty.
+    /// A side of at least 4, and a size that a picture may have.
+    static bool accepts_new_size(std::int64_t width, std::int64_t height);
+    /// Any other size is refused, with nothing changed. False also if there is no memory; then the store is
+    /// empty.
     bool NewImage(std::int64_t width, std::int64_t height);
     void Empty();
     /// False and empty if the file is missing or can't be decoded.
     bool LoadImage(const std::string& path);
-    bool load_decoded(DecodedImage&& image);
     /// False and empty if a side is below 2 or there is no memory. `pixels` holds width * height of them, as
     /// bytes B, G, R, A; it may be null where the size is refused anyway.
     bool load_array(const std::uint8_t* pixels, std::int64_t width, std::int64_t height);
@@ -53,7 +54,8 @@ public:
     bool IsImageFile(const std::string& path) const;
     /// The bytes of a 24-bit BMP file of the current picture over white; false if empty.
     bool encode_picture(ByteBuffer& file) const;
-    bool decode_picture(ByteSpan file, DecodedImage& image) const { return codec_.decode(file, 0, image); }
+    /// Whether the bytes are a picture file; decodes its first frame.
+    bool decode_picture(ByteSpan file, DecodedImage& image) const;
 
     // History.
     void Undo();
@@ -78,6 +80,7 @@ private:
     Bitmap& slot() const { return *slots_[static_cast<std::size_t>(current_)]; }
     std::int32_t previous_index() const { return current_ == 0 ? kSlots - 1 : current_ - 1; }
     void begin_document(std::shared_ptr<Bitmap> bitmap);
+    bool load_decoded(DecodedImage&& image);
     void step_to(std::int32_t index);
     void size_changed();
     std::shared_ptr<Bitmap> open_step(std::int64_t width, std::int64_t height);

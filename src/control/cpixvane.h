@@ -1,0 +1,119 @@
+// The control: owns the document and its view, and is what every member works on.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "control/events.h"
+#include "control/value.h"
+#include "core/image_store.h"
+#include "core/parallel_rows.h"
+#include "view/host_window.h"
+
+namespace pixvane {
+
+struct Row;
+
+/// Receives every command while it is being recorded, with the caller's own arguments and before anything is
+/// checked.
+class CommandRecorder {
+public:
+    virtual ~CommandRecorder() = default;
+    virtual void record(const Row& command, std::span<const Value> arguments) = 0;
+};
+
+/// Members keep their published names; the table (member_table.h) says what hosts may call. Bad arguments
+/// make a member do nothing.
+class CPixvane {
+public:
+    /// The ports must outlive the control.
+    CPixvane(ImageCodec& codec, FileSystem& files, HostWindow& window) : store_(codec, files), window_(window) {}
+
+    ImageStore& store() { return store_; }
+    Events& events() { return events_; }
+    /// Null while nothing is recorded.
+    void set_recorder(CommandRecorder* recorder) { recorder_ = recorder; }
+
+    // The pipeline of a command is: record, run on the store, Repaint.
+    void record(const Row& command, std::span<const Value> arguments) {
+        if (recorder_ != nullptr) recorder_->record(command, arguments);
+    }
+    /// Tells the window that the view has changed; nothing while updates are suspended or before the first
+    /// resize.
+    void Repaint();
+
+    // Documents.
+    void NewImage(std::int32_t width, std::int32_t height);
+    bool LoadImage(std::string_view fileName);
+    bool LoadFromImageArray(MaybeBytes array, std::int32_t width, std::int32_t height);
+    void Empty();
+    bool SaveImage(std::string_view fileName, std::int32_t type);
+    bool IsImageFile(std::string_view fileName);
+    std::optional<ByteBuffer> Picture();
+    void put_Picture(MaybeBytes file);
+    std::shared_ptr<const Bitmap> GetImageArray() { return store_.GetImageArray(); }
+
+    // What is there.
+    std::int32_t ImageWidth() { return store_.width(); }
+    std::int32_t ImageHeight() { return store_.height(); }
+    std::int32_t FramesCount() { return store_.frame_count(); }
+    bool IsEmpty() { return store_.is_empty(); }
+    bool Modified() { return store_.modified(); }
+    Color GetPixel(std::int32_t x, std::int32_t y);
+    std::optional<filters::Histogram> GetRHistogram() { return histogram(filters::Channel::Red); }
+    std::optional<filters::Histogram> GetGHistogram() { return histogram(filters::Channel::Green); }
+    std::optional<filters::Histogram> GetBHistogram() { return histogram(filters::Channel::Blue); }
+    std::optional<filters::Histogram> GetLHistogram();
+
+    // History.
+    void Undo();
+    void Redo();
+    bool UndoEnable() { return store_.can_undo(); }
+    bool RedoEnable() { return store_.can_redo(); }
+
+    // Settings.
+    std::int32_t JpegQuality() { return store_.JpegQuality; }
+    void put_JpegQuality(std::int32_t quality);
+    Color BitmapBackColor() { return to_color(store_.BitmapBackColor); }
+    void put_BitmapBackColor(Color color) { put_color(store_.BitmapBackColor, color); }
+    Color FrameColor() { return to_color(store_.FrameColor); }
+    void put_FrameColor(Color color) { put_color(store_.FrameColor, color); }
+    Color BackColor1() { return to_color(backColor1_); }
+    void put_BackColor1(Color color) { put_color(backColor1_, color); }
+    bool AutoResize() { return autoResize_; }
+    void put_AutoResize(bool autoResize) { autoResize_ = autoResize; }
+
+    // View.
+    void BeginUpdate() { updatesSuspended_ = true; }
+    void EndUpdate();
+    double Zoom() { return store_.view.zoom(); }
+    void ZoomIn();
+    void ZoomOut();
+    void ActialSize();
+    void ZoomToFit();
+
+    // What the window reports.
+    void window_resized(std::int32_t width, std::int32_t height);
+    void window_zoom_at(std::int32_t steps, WindowPoint at);
+    void window_pan(std::int32_t dx, std::int32_t dy);
+    /// Fires OnDropFile; the picture stays.
+    void file_dropped(std::string_view path);
+
+private:
+    std::optional<filters::Histogram> histogram(filters::Channel channel);
+    void put_color(Pixel& setting, Color color);
+
+    WorkerThreads workers_;
+    ImageStore store_;
+    HostWindow& window_;
+    Events events_;
+    CommandRecorder* recorder_ = nullptr;
+    Pixel backColor1_ = 0xFF00008B;
+    bool autoResize_ = false;
+    bool updatesSuspended_ = false;
+};
+
+}  // namespace pixvane

@@ -1,0 +1,44 @@
+// Joins a history step and a kernel: what most commands are made of.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/edit.h"
+#include "core/image_store.h"
+#include "core/parallel_rows.h"
+
+namespace pixvane {
+
+/// A kernel(source, target) whose every row depends on the same row alone; it may run on several bands at
+/// once and must not throw.
+template <class Kernel>
+void edit_rows(ImageStore& store, double nanosecondsPerPixel, Kernel kernel) {
+    Edit edit(store);
+    if (!edit) return;
+    const ConstPixelBuffer source = edit.source();
+    const PixelBuffer target = edit.target();
+    parallel_rows(source.height, source.width * nanosecondsPerPixel, [&](std::int32_t first, std::int32_t last) {
+        kernel(source.rows(first, last), target.rows(first, last));
+    });
+    edit.commit();
+}
+
+/// A kernel(source, target) that wants the whole picture.
+template <class Kernel>
+void edit_whole(ImageStore& store, Kernel kernel) {
+    Edit edit(store);
+    if (!edit) return;
+    kernel(edit.source(), edit.target());
+    edit.commit();
+}
+
+/// The same with a target of width x height; centres the picture, whatever its size was.
+template <class Kernel>
+void edit_canvas(ImageStore& store, std::int64_t width, std::int64_t height, Kernel kernel) {
+    Edit edit(store, width, height);
+    if (!edit) return;
+    kernel(edit.source(), edit.target());
+    edit.commit();
+    store.view.recompute_layout();
+}
+
+}  // namespace pixvane

@@ -1,0 +1,142 @@
+// Values on their way into and out of a member, and how each C++ type travels.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "core/bitmap.h"
+#include "core/byte_buffer.h"
+#include "core/color.h"
+#include "filters/histogram.h"
+
+namespace pixvane {
+
+enum class Kind : std::int32_t { Null, Int32, Double, Bool, String, Bytes, Int32Array, Points, Color };
+
+/// A value that refers to memory of its giver. The size counts bytes, numbers or points.
+struct Value {
+    Kind kind = Kind::Null;
+    std::int32_t i = 0;
+    double d = 0;
+    const void* data = nullptr;
+    std::size_t size = 0;
+
+    static Value string(std::string_view text) { return {Kind::String, 0, 0, text.data(), text.size()}; }
+};
+
+/// What a member returns: a value and whatever keeps its memory alive.
+struct Result {
+    Value value;
+    std::shared_ptr<const void> owner;
+};
+
+/// Bytes that may be absent, which is not the same as none.
+using MaybeBytes = std::optional<ByteSpan>;
+
+/// How a parameter type travels: its kind, and its value out of a Value of a kind that fits.
+template <class T>
+struct Wire;
+
+template <>
+struct Wire<std::int32_t> {
+    static constexpr Kind kind = Kind::Int32;
+    static std::int32_t get(const Value& v) { return v.i; }
+};
+template <>
+struct Wire<double> {
+    static constexpr Kind kind = Kind::Double;
+    static double get(const Value& v) { return v.kind == Kind::Int32 ? v.i : v.d; }
+};
+template <>
+struct Wire<bool> {
+    static constexpr Kind kind = Kind::Bool;
+    static bool get(const Value& v) { return v.i != 0; }
+};
+template <>
+struct Wire<Color> {
+    static constexpr Kind kind = Kind::Color;
+    static Color get(const Value& v) { return {static_cast<std::uint32_t>(v.i)}; }
+};
+template <>
+struct Wire<std::string_view> {
+    static constexpr Kind kind = Kind::String;
+    static std::string_view get(const Value& v) { return {static_cast<const char*>(v.data), v.size}; }
+};
+template <>
+struct Wire<MaybeBytes> {
+    static constexpr Kind kind = Kind::Bytes;
+    static MaybeBytes get(const Value& v) {
+        if (v.kind == Kind::Null || v.data == nullptr) return std::nullopt;
+        return ByteSpan{static_cast<const std::uint8_t*>(v.data), v.size};
+    }
+};
+
+/// Whether a value may stand where `wanted` is: its own kind, an integer for a double or a colour, and
+/// nothing for bytes.
+constexpr bool fits(Kind wanted, Kind given) {
+    if (wanted == given) return true;
+    if (given == Kind::Int32) return wanted == Kind::Double || wanted == Kind::Color;
+    if (given == Kind::Color) return wanted == Kind::Int32;
+    return given == Kind::Null && wanted == Kind::Bytes;
+}
+
+/// How a result type travels. `kind` is what it is when there is something to return.
+template <class T>
+struct Outgoing;
+
+template <>
+struct Outgoing<std::int32_t> {
+    static constexpr Kind kind = Kind::Int32;
+    static Result make(std::int32_t n) { return {{kind, n, 0, nullptr, 0}, nullptr}; }
+};
+template <>
+struct Outgoing<double> {
+    static constexpr Kind kind = Kind::Double;
+    static Result make(double d) { return {{kind, 0, d, nullptr, 0}, nullptr}; }
+};
+template <>
+struct Outgoing<bool> {
+    static constexpr Kind kind = Kind::Bool;
+    static Result make(bool truth) { return {{kind, truth ? -1 : 0, 0, nullptr, 0}, nullptr}; }
+};
+template <>
+struct Outgoing<Color> {
+    static constexpr Kind kind = Kind::Color;
+    static Result make(Color c) { return {{kind, static_cast<std::int32_t>(c.bgr), 0, nullptr, 0}, nullptr}; }
+};
+template <>
+struct Outgoing<std::optional<ByteBuffer>> {
+    static constexpr Kind kind = Kind::Bytes;
+    static Result make(std::optional<ByteBuffer> bytes) {
+        if (!bytes) return {};
+        auto owner = std::make_shared<const ByteBuffer>(std::move(*bytes));
+        const Value value{kind, 0, 0, owner->data(), owner->size()};
+        return {value, std::move(owner)};
+    }
+};
+/// A bitmap leaves as the bytes of its pixels.
+template <>
+struct Outgoing<std::shared_ptr<const Bitmap>> {
+    static constexpr Kind kind = Kind::Bytes;
+    static Result make(std::shared_ptr<const Bitmap> bitmap) {
+        if (bitmap == nullptr) return {};
+        const ConstPixelBuffer pixels = bitmap->pixels();
+        return {{kind, 0, 0, pixels.data, pixels.bytes()}, std::move(bitmap)};
+    }
+};
+template <>
+struct Outgoing<std::optional<filters::Histogram>> {
+    static constexpr Kind kind = Kind::Int32Array;
+    static Result make(const std::optional<filters::Histogram>& histogram) {
+        if (!histogram) return {};
+        auto owner = std::make_shared<const filters::Histogram>(*histogram);
+        const Value value{kind, 0, 0, owner->data(), owner->size()};
+        return {value, std::move(owner)};
+    }
+};
+
+}  // namespace pixvane
