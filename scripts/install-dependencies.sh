@@ -14,7 +14,7 @@ if [[ $level == test || $level == check ]]; then
     packages+=(libgtest-dev)
 fi
 if [[ $level == check ]]; then
-    packages+=(clang-16 libclang-rt-16-dev clang-format-16 clang-tidy-16)
+    packages+=(clang-16 libclang-rt-16-dev clang-format-16 clang-tidy-16 shellcheck)
 fi
 
 missing=()
@@ -35,6 +35,15 @@ if [[ $(id -u) -ne 0 ]]; then
 fi
 
 echo "Installing: ${missing[*]}"
-export DEBIAN_FRONTEND=noninteractive
-"${as_root[@]}" apt-get -o DPkg::Lock::Timeout=300 -qq update
-"${as_root[@]}" apt-get -o DPkg::Lock::Timeout=300 -qq install -y --no-install-recommends "${missing[@]}" >/dev/null
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+apt() {
+    if ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3 -q "$@" </dev/null >"$log" 2>&1; then
+        tail -n 30 "$log" >&2
+        echo "apt-get $1 failed" >&2
+        exit 1
+    fi
+}
+apt update
+apt install -y --no-install-recommends "${missing[@]}"
