@@ -1,0 +1,71 @@
+# What `cmake --install` lays down: library, headers, command line, Python package, and how others find them.
+include(CMakePackageConfigHelpers)
+
+# The library, under its versioned name, and the development files.
+install(TARGETS pixvane EXPORT PixvaneTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/pixvane
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")
+
+# find_package(Pixvane) gives Pixvane::pixvane.
+set(PIXVANE_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Pixvane)
+install(EXPORT PixvaneTargets NAMESPACE Pixvane:: DESTINATION ${PIXVANE_CMAKE_DIR})
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/PixvaneConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/install/PixvaneConfig.cmake
+  INSTALL_DESTINATION ${PIXVANE_CMAKE_DIR}
+  NO_SET_AND_CHECK_MACRO)
+# Before 1.0 a minor version may change the interface.
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/install/PixvaneConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/install/PixvaneConfig.cmake
+  ${PROJECT_BINARY_DIR}/install/PixvaneConfigVersion.cmake
+  DESTINATION ${PIXVANE_CMAKE_DIR})
+
+# pkg-config. The prefix is told from where the file lies, so that the tree may be moved.
+file(RELATIVE_PATH PIXVANE_PC_TO_PREFIX
+  /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/pixvane.pc.in ${PROJECT_BINARY_DIR}/install/pixvane.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/install/pixvane.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# The command line finds the library from where it lies itself.
+if(TARGET pixvane-cli)
+  file(RELATIVE_PATH PIXVANE_BIN_TO_LIB
+    /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
+  set_target_properties(pixvane-cli PROPERTIES INSTALL_RPATH "$ORIGIN/${PIXVANE_BIN_TO_LIB}")
+  install(TARGETS pixvane-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+
+# The Python package goes where the interpreter looks under this prefix; if it looks nowhere there, into the
+# folder for packages of any Python 3, and the user sets PYTHONPATH.
+find_package(Python3 3.9 QUIET COMPONENTS Interpreter)
+set(python_dir "")
+if(Python3_FOUND)
+  execute_process(
+    COMMAND ${Python3_EXECUTABLE} -c
+      "import site, sys; p = sys.argv[1].rstrip('/') + '/'; print(next((s[len(p):] for s in site.getsitepackages() if s.startswith(p + 'lib/')), ''))"
+      ${CMAKE_INSTALL_PREFIX}
+    OUTPUT_VARIABLE python_dir OUTPUT_STRIP_TRAILING_WHITESPACE)
+endif()
+if(NOT python_dir)
+  set(python_dir lib/python3/dist-packages)
+endif()
+set(PIXVANE_PYTHON_DIR ${python_dir} CACHE STRING "Where the Python package goes, from the prefix on")
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/hosts/python/pixvane
+  DESTINATION ${PIXVANE_PYTHON_DIR}
+  FILES_MATCHING PATTERN "*.py" PATTERN "*.pyi" PATTERN "py.typed"
+  PATTERN "__pycache__" EXCLUDE
+  PATTERN "_location.py" EXCLUDE)
+file(RELATIVE_PATH PIXVANE_PYTHON_TO_LIB
+  /prefix/${PIXVANE_PYTHON_DIR}/pixvane /prefix/${CMAKE_INSTALL_LIBDIR})
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/install/_location.py @ONLY CONTENT
+[=["""Where the shared library lies, from this folder."""
+# SPDX-License-Identifier: MIT
+LIBRARY = "@PIXVANE_PYTHON_TO_LIB@/libpixvane.so.@PROJECT_VERSION_MAJOR@"
+]=])
+install(FILES ${PROJECT_BINARY_DIR}/install/_location.py DESTINATION ${PIXVANE_PYTHON_DIR}/pixvane)
+
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
