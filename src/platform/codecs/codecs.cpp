@@ -1,0 +1,72 @@
+// Finds out what a file is and hands it to the code that reads or writes that format.
+// SPDX-License-Identifier: MIT
+#include "platform/codecs/codecs.h"
+
+#include <array>
+
+#include "platform/codecs/format.h"
+
+namespace pixvane {
+namespace {
+
+using namespace codecs;
+
+constexpr std::array kReaders{&kJpegReader, &kPngReader, &kBmpReader};
+
+const Reader* reader_of(ByteSpan file) {
+    for (const Reader* reader : kReaders)
+        if (reader->recognises(file)) return reader;
+    return nullptr;
+}
+
+// The first bytes of icons and cursors are those of some Targa files too, and two letters don't make a BMP.
+bool may_be_something_else(const Reader& reader) { return &reader == &kBmpReader; }
+
+class Codecs final : public ImageCodec {
+public:
+    bool decode(ByteSpan file, std::int32_t frame, DecodedImage& image) override {
+        if (file.empty() || frame < 0) return false;
+        const Reader* reader = reader_of(file);
+        if (reader != nullptr && reader->decode(file, frame, image)) return true;
+        return (reader == nullptr || may_be_something_else(*reader)) &&
+               kPixbufReader.decode(file, frame, image);
+    }
+
+    bool is_image(ByteSpan file) override {
+        if (file.empty()) return false;
+        const Reader* reader = reader_of(file);
+        if (reader != nullptr && has_size(*reader, file)) return true;
+        return (reader == nullptr || may_be_something_else(*reader)) && has_size(kPixbufReader, file);
+    }
+
+    bool encode(ConstPixelBuffer picture, SaveType type, const EncodeOptions& options,
+                ByteBuffer& file) override {
+        if (picture.data == nullptr || !is_picture_size(picture.width, picture.height)) return false;
+        switch (type) {
+            case SaveType::Bmp:
+                return encode_bmp(picture, options, file);
+            case SaveType::Jpeg:
+                return encode_jpeg(picture, options, file);
+            default:
+                return false;
+            case SaveType::Png:
+                return encode_png(picture, options, file);
+        }
+        return false;
+    }
+
+private:
+    static bool has_size(const Reader& reader, ByteSpan file) {
+        PictureSize size;
+        return reader.measure(file, size) && is_picture_size(size.width, size.height);
+    }
+};
+
+}  // namespace
+
+ImageCodec& image_codec() {
+    static auto* codec = new Codecs;
+    return *codec;
+}
+
+}  // namespace pixvane
