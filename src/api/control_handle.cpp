@@ -5,8 +5,7 @@
 #include "api/platform.h"
 
 pixvane_control::pixvane_control(const pixvane_host* hostCallbacks)
-    : host(hostCallbacks),
-      control(pixvane::platform().codec, pixvane::platform().files, host) {}
+    : host(hostCallbacks), control(pixvane::platform().codec, pixvane::platform().files, host) {}
 
 namespace pixvane {
 

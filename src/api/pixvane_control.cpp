@@ -32,9 +32,12 @@ pixvane_status invoke_row(pixvane_control* handle, const Row* row, const pixvane
         handle->result = {};
         Result made;
         switch (invoke(*row, handle->control, {values.data(), count}, made)) {
-            case Status::Count: return PIXVANE_E_COUNT;
-            case Status::Type: return PIXVANE_E_TYPE;
-            case Status::Ok: break;
+            case Status::Count:
+                return PIXVANE_E_COUNT;
+            case Status::Type:
+                return PIXVANE_E_TYPE;
+            case Status::Ok:
+                break;
         }
         handle->result = std::move(made);
         if (result != nullptr) {
@@ -66,7 +69,8 @@ pixvane_status pixvane_free(pixvane_control* control) {
     if (control == nullptr) return PIXVANE_OK;
     std::thread::id nobody{};
     // Taken for good: whoever comes later finds it busy as long as there is anything to find.
-    if (!control->owner.compare_exchange_strong(nobody, std::this_thread::get_id(), std::memory_order_acquire))
+    if (!control->owner.compare_exchange_strong(nobody, std::this_thread::get_id(),
+                                                std::memory_order_acquire))
         return PIXVANE_E_BUSY;
     delete control;
     return PIXVANE_OK;
@@ -137,7 +141,8 @@ pixvane_status pixvane_window_mouse(pixvane_control* control, int32_t what, int3
     return guarded(control, [&]() -> pixvane_status {
         const bool known = what >= PIXVANE_MOUSE_DOWN && what <= PIXVANE_DOUBLE_CLICK;
         const bool anyButton = what == PIXVANE_MOUSE_MOVE;
-        if (!known || (!anyButton && (button < PIXVANE_LEFT || button > PIXVANE_RIGHT))) return PIXVANE_E_RANGE;
+        if (!known || (!anyButton && (button < PIXVANE_LEFT || button > PIXVANE_RIGHT)))
+            return PIXVANE_E_RANGE;
         return PIXVANE_OK;
     });
 }

@@ -66,16 +66,26 @@ extern "C" {
 
 const char* pixvane_status_text(pixvane_status status) {
     switch (status) {
-        case PIXVANE_OK: return "The call was made.";
-        case PIXVANE_E_NULL: return "A pointer that must not be null is null.";
-        case PIXVANE_E_MEMBER: return "There is no member of this name.";
-        case PIXVANE_E_COUNT: return "Wrong number of arguments.";
-        case PIXVANE_E_TYPE: return "An argument is of the wrong kind.";
-        case PIXVANE_E_RANGE: return "A size or number is outside of what the function takes.";
-        case PIXVANE_E_BUSY: return "The control is in use by another call.";
-        case PIXVANE_E_MEMORY: return "Out of memory.";
-        case PIXVANE_E_INTERNAL: return "An internal error.";
-        default: return "An unknown status.";
+        case PIXVANE_OK:
+            return "The call was made.";
+        case PIXVANE_E_NULL:
+            return "A pointer that must not be null is null.";
+        case PIXVANE_E_MEMBER:
+            return "There is no member of this name.";
+        case PIXVANE_E_COUNT:
+            return "Wrong number of arguments.";
+        case PIXVANE_E_TYPE:
+            return "An argument is of the wrong kind.";
+        case PIXVANE_E_RANGE:
+            return "A size or number is outside of what the function takes.";
+        case PIXVANE_E_BUSY:
+            return "The control is in use by another call.";
+        case PIXVANE_E_MEMORY:
+            return "Out of memory.";
+        case PIXVANE_E_INTERNAL:
+            return "An internal error.";
+        default:
+            return "An unknown status.";
     }
 }
 

@@ -30,7 +30,8 @@ public:
 class CPixvane {
 public:
     /// The ports must outlive the control.
-    CPixvane(ImageCodec& codec, FileSystem& files, HostWindow& window) : store_(codec, files), window_(window) {}
+    CPixvane(ImageCodec& codec, FileSystem& files, HostWindow& window)
+        : store_(codec, files), window_(window) {}
 
     ImageStore& store() { return store_; }
     Events& events() { return events_; }

@@ -16,9 +16,10 @@ void edit_rows(ImageStore& store, double nanosecondsPerPixel, Kernel kernel) {
     if (!edit) return;
     const ConstPixelBuffer source = edit.source();
     const PixelBuffer target = edit.target();
-    parallel_rows(source.height, source.width * nanosecondsPerPixel, [&](std::int32_t first, std::int32_t last) {
-        kernel(source.rows(first, last), target.rows(first, last));
-    });
+    parallel_rows(source.height, source.width * nanosecondsPerPixel,
+                  [&](std::int32_t first, std::int32_t last) {
+                      kernel(source.rows(first, last), target.rows(first, last));
+                  });
     edit.commit();
 }
 

@@ -27,7 +27,7 @@ constexpr double kUnbounded = std::numeric_limits<double>::infinity();
 /// What a row says of an argument; its kind is deduced from the function.
 struct Arg {
     const char* name;
-    Range slider = {};   ///< of a dialog; values beyond may be fine
+    Range slider = {};                                          ///< of a dialog; values beyond may be fine
     double initial = std::numeric_limits<double>::quiet_NaN();  ///< what a dialog shows first
     Range accepts = {};  ///< the member does nothing for values outside
     Kind kind = Kind::Null;
@@ -54,7 +54,7 @@ public:
     }
 
 private:
-    unsigned char bytes_[sizeof(void (CPixvane::*)())] = {};
+    unsigned char bytes_[sizeof(void(CPixvane::*)())] = {};
 };
 
 /// One member. The function is erased; the thunk for its signature knows its type again.
@@ -64,8 +64,8 @@ struct Row {
     const char* category;
     const char* help;
     Kind result = Kind::Null;
-    bool edits = false;            ///< a command: recorded, undoable
-    std::int32_t macroCode = -1;   ///< of its recorded step
+    bool edits = false;               ///< a command: recorded, undoable
+    std::int32_t macroCode = -1;      ///< of its recorded step
     std::vector<Arg> arguments = {};  ///< of a property: the one of its put, if it has one
 
     using FreeFunction = void (*)();
@@ -92,7 +92,8 @@ Status invoke(const Row& row, CPixvane& control, std::span<const Value> argument
 namespace detail {
 
 template <class... A, class Function, std::size_t... I>
-decltype(auto) apply_values([[maybe_unused]] std::span<const Value> values, Function function, std::index_sequence<I...>) {
+decltype(auto) apply_values([[maybe_unused]] std::span<const Value> values, Function function,
+                            std::index_sequence<I...>) {
     return function(Wire<A>::get(values[I])...);
 }
 

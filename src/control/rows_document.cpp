@@ -39,8 +39,8 @@ std::vector<Row> document_rows() {
         property("JpegQuality", &C::JpegQuality, &C::put_JpegQuality, files,
                  "Quality of saved JPEG files; limited to 0..100.",
                  {.name = "Value", .slider = {0, 100}, .initial = 90}),
-        event<std::string_view>("OnDropFile", files,
-                                "A file was dropped on the control; nothing is loaded.", {{.name = "FileName"}}),
+        event<std::string_view>("OnDropFile", files, "A file was dropped on the control; nothing is loaded.",
+                                {{.name = "FileName"}}),
 
         method("Undo", &C::Undo, history, "Goes back one step of the history."),
         method("Redo", &C::Redo, history, "Goes forward again to a step that was undone."),
@@ -49,7 +49,8 @@ std::vector<Row> document_rows() {
         property("Modified", &C::Modified, history,
                  "Whether the picture was edited since it was made, loaded or saved."),
 
-        method("GetRHistogram", &C::GetRHistogram, arrays, "Counts of the 256 values of red; null when empty."),
+        method("GetRHistogram", &C::GetRHistogram, arrays,
+               "Counts of the 256 values of red; null when empty."),
         method("GetGHistogram", &C::GetGHistogram, arrays,
                "Counts of the 256 values of green; null when empty."),
         method("GetBHistogram", &C::GetBHistogram, arrays,

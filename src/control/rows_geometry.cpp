@@ -31,9 +31,8 @@ void rotate_flip(ImageStore& store, std::int32_t type) {
 void add_simple_border(ImageStore& store, std::int32_t width, Color color) {
     if (width < 1 || store.is_empty()) return;
     const std::int64_t both = 2 * std::int64_t{width};
-    edit_canvas(store, store.width() + both, store.height() + both, [=](auto source, auto target) {
-        place(target, source, width, width, to_pixel(color));
-    });
+    edit_canvas(store, store.width() + both, store.height() + both,
+                [=](auto source, auto target) { place(target, source, width, width, to_pixel(color)); });
 }
 
 }  // namespace

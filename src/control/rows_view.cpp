@@ -21,7 +21,8 @@ std::vector<Row> view_rows() {
         property("FrameColor", &C::FrameColor, &C::put_FrameColor, view,
                  "Colour of the frame around the picture.", {.name = "Value", .initial = 0xD3D3D3}),
         method("BeginUpdate", &C::BeginUpdate, view, "Suspends repainting until EndUpdate."),
-        method("EndUpdate", &C::EndUpdate, view, "Repaints, and goes on repainting; one ends any number of BeginUpdate."),
+        method("EndUpdate", &C::EndUpdate, view,
+               "Repaints, and goes on repainting; one ends any number of BeginUpdate."),
     };
 }
 

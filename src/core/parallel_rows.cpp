@@ -95,7 +95,7 @@ struct PoolState {
     std::mutex mutex;  // also held for the whole of a job: it is what "taken" means
     Pool* pool = nullptr;
     std::int32_t holders = 0;
-    std::int32_t wanted = 0;      // threads; 0 until first asked for
+    std::int32_t wanted = 0;       // threads; 0 until first asked for
     std::int32_t poolThreads = 0;  // what the pool was built for
 };
 

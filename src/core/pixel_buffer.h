@@ -56,7 +56,9 @@ struct PixelBuffer {
     Pixel* row(std::int32_t y) const {
         return data + static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
     }
-    PixelBuffer rows(std::int32_t first, std::int32_t last) const { return {row(first), width, last - first}; }
+    PixelBuffer rows(std::int32_t first, std::int32_t last) const {
+        return {row(first), width, last - first};
+    }
     operator ConstPixelBuffer() const { return {data, width, height}; }
 };
 

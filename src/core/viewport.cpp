@@ -173,7 +173,8 @@ void Viewport::zoom_at(std::int32_t steps, WindowPoint at) {
     const double zoomBefore = zoom_;
     const double fromCentreX = (at.x - static_cast<double>(anchorX_)) / zoomBefore;
     const double fromCentreY = (at.y - static_cast<double>(anchorY_)) / zoomBefore;
-    for (std::int32_t i = 0; i < std::min(std::abs(std::clamp(steps, -kMostSteps, kMostSteps)), kMostSteps); ++i)
+    for (std::int32_t i = 0; i < std::min(std::abs(std::clamp(steps, -kMostSteps, kMostSteps)), kMostSteps);
+         ++i)
         steps > 0 ? ZoomIn() : ZoomOut();
     if (zoom_ == zoomBefore || zoomBefore == 0.0) return;
     previousZoom_ = zoomBefore;

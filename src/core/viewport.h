@@ -34,10 +34,10 @@ public:
     /// The layout of a new document: zoom 1.0, centred, and fitted if it is as wide or as tall as the window.
     void lay_out_document();
 
-    void ZoomIn();       ///< times 1.1, from below 8.0 only
-    void ZoomOut();      ///< times 0.9090909090909091, from above 0.1 only
-    void ActialSize();   ///< zoom 1.0; but 0.1 where it was below 0.1, and 16.0 where it was above 16.0
-    void ZoomToFit();    ///< a margin of 4 pixels on the limiting axis; nothing without a picture
+    void ZoomIn();      ///< times 1.1, from below 8.0 only
+    void ZoomOut();     ///< times 0.9090909090909091, from above 0.1 only
+    void ActialSize();  ///< zoom 1.0; but 0.1 where it was below 0.1, and 16.0 where it was above 16.0
+    void ZoomToFit();   ///< a margin of 4 pixels on the limiting axis; nothing without a picture
     void UpdateOverflow();
 
     /// Zooms by whole steps (positive in, negative out) and then moves the picture so that the image point

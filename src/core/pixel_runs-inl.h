@@ -1,0 +1,131 @@
+// Runs of pixels through vector code; included once for each instruction set, by files that re-include
+// themselves with hwy/foreach_target.h.
+// SPDX-License-Identifier: MIT
+#if defined(PIXVANE_CORE_PIXEL_RUNS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_CORE_PIXEL_RUNS_INL_H_
+#undef PIXVANE_CORE_PIXEL_RUNS_INL_H_
+#else
+#define PIXVANE_CORE_PIXEL_RUNS_INL_H_
+#endif
+
+#include <hwy/cache_control.h>
+#include <hwy/highway.h>
+
+#include <cstdint>
+#include <cstring>
+
+#include "core/pixel_buffer.h"
+#include "core/streaming.h"
+
+// Where there are no real vectors the plain versions of the kernels serve.
+#undef PIXVANE_VECTORS
+#define PIXVANE_VECTORS (HWY_TARGET != HWY_SCALAR && HWY_TARGET != HWY_EMU128)
+
+#if PIXVANE_VECTORS
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using PixelTag = hn::ScalableTag<std::uint32_t>;
+using PixelVec = hn::Vec<PixelTag>;
+using ByteTag = hn::Repartition<std::uint8_t, PixelTag>;
+using ByteVec = hn::Vec<ByteTag>;
+using IntTag = hn::RebindToSigned<PixelTag>;
+using IntVec = hn::Vec<IntTag>;
+
+// Four vectors of pixels in a row: what a transform gets at once, so that it can regroup bytes among them.
+struct PixelQuad {
+    PixelVec v0, v1, v2, v3;
+};
+
+HWY_INLINE PixelQuad load_quad(const Pixel* from) {
+    const PixelTag d;
+    const std::size_t lanes = hn::Lanes(d);
+    return {hn::LoadU(d, from), hn::LoadU(d, from + lanes), hn::LoadU(d, from + 2 * lanes),
+            hn::LoadU(d, from + 3 * lanes)};
+}
+
+HWY_INLINE void store_quad(const PixelQuad& quad, Pixel* to) {
+    const PixelTag d;
+    const std::size_t lanes = hn::Lanes(d);
+    hn::StoreU(quad.v0, d, to);
+    hn::StoreU(quad.v1, d, to + lanes);
+    hn::StoreU(quad.v2, d, to + 2 * lanes);
+    hn::StoreU(quad.v3, d, to + 3 * lanes);
+}
+
+// `to` is aligned to a vector.
+HWY_INLINE void stream_quad(const PixelQuad& quad, Pixel* to) {
+    const PixelTag d;
+    const std::size_t lanes = hn::Lanes(d);
+    hn::Stream(quad.v0, d, to);
+    hn::Stream(quad.v1, d, to + lanes);
+    hn::Stream(quad.v2, d, to + 2 * lanes);
+    hn::Stream(quad.v3, d, to + 3 * lanes);
+}
+
+// Up to four vectors of pixels by way of a buffer, so that nothing is touched beyond them.
+template <class Transform>
+HWY_NOINLINE void transform_few(const Pixel* from, Pixel* to, std::size_t count, const Transform& transform) {
+    HWY_ALIGN Pixel buffer[4 * hn::MaxLanes(PixelTag())] = {};
+    std::memcpy(buffer, from, count * sizeof(Pixel));
+    store_quad(transform(load_quad(buffer)), buffer);
+    std::memcpy(to, buffer, count * sizeof(Pixel));
+}
+
+// transform(PixelQuad) -> PixelQuad over a run of pixels; `to` is `from`, or other memory. Large runs into
+// other memory are streamed past the caches.
+template <class Transform>
+HWY_INLINE void transform_quads(const Pixel* from, Pixel* to, std::size_t count, const Transform& transform) {
+    const std::size_t step = 4 * hn::Lanes(PixelTag());
+    std::size_t i = 0;
+    if (from != to && count * sizeof(Pixel) >= kStreamingBytes) {
+        const std::size_t bytes = hn::Lanes(ByteTag());
+        i = (bytes - reinterpret_cast<std::uintptr_t>(to) % bytes) % bytes / sizeof(Pixel);
+        transform_few(from, to, i, transform);
+        for (; i + step <= count; i += step) stream_quad(transform(load_quad(from + i)), to + i);
+        hwy::FlushStream();
+    } else {
+        for (; i + step <= count; i += step) store_quad(transform(load_quad(from + i)), to + i);
+    }
+    if (i < count) transform_few(from + i, to + i, count - i, transform);
+}
+
+// transform(PixelVec) -> PixelVec as a transform of quads.
+template <class Transform>
+struct EachVector {
+    const Transform& transform;
+    HWY_INLINE PixelQuad operator()(const PixelQuad& q) const {
+        return {transform(q.v0), transform(q.v1), transform(q.v2), transform(q.v3)};
+    }
+};
+
+template <class Transform>
+HWY_INLINE void transform_vectors(const Pixel* from, Pixel* to, std::size_t count,
+                                  const Transform& transform) {
+    transform_quads(from, to, count, EachVector<Transform>{transform});
+}
+
+HWY_INLINE PixelVec opaque(PixelVec pixels) { return hn::Or(pixels, hn::Set(PixelTag(), kOpaque)); }
+
+// A channel of each pixel, 0..255.
+HWY_INLINE PixelVec blue_lanes(PixelVec p) { return hn::And(p, hn::Set(PixelTag(), 0xFF)); }
+HWY_INLINE PixelVec green_lanes(PixelVec p) {
+    return hn::And(hn::ShiftRight<8>(p), hn::Set(PixelTag(), 0xFF));
+}
+HWY_INLINE PixelVec red_lanes(PixelVec p) {
+    return hn::And(hn::ShiftRight<16>(p), hn::Set(PixelTag(), 0xFF));
+}
+
+// 0..255 in each lane to an opaque grey.
+HWY_INLINE PixelVec grey_pixels(PixelVec values) {
+    const PixelVec two = hn::Or(values, hn::ShiftLeft<8>(values));
+    return opaque(hn::Or(two, hn::ShiftLeft<16>(values)));
+}
+
+}  // namespace pixvane::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+#endif  // PIXVANE_VECTORS
+
+#endif  // include guard for each instruction set

@@ -1,0 +1,238 @@
+// Every command of the table on random pictures: the fast code against the plain, undo and redo, the
+// pipeline around it. A new command is tested without a new test.
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "control/test_control.h"
+#include "core/random.h"
+#include "support/instruction_sets.h"
+
+namespace pixvane {
+namespace {
+
+using test::Picture;
+using test::TestControl;
+using test::TestRandom;
+
+std::vector<const Row*> commands() {
+    std::vector<const Row*> list;
+    for (const Row& row : member_table())
+        if (row.edits) list.push_back(&row);
+    return list;
+}
+
+/// An argument that the command accepts: of the slider, or now and then anywhere.
+Value random_argument(const Arg& argument, TestRandom& random) {
+    constexpr double kFarAway = 1000;
+    const auto between = [&](double low, double high) {
+        return low + (high - low) * (random.next() / 4294967295.0);
+    };
+    double low = argument.slider.is_given() ? argument.slider.minimum : -100;
+    double high = argument.slider.is_given() ? argument.slider.maximum : 100;
+    // Sizes stay small: it is their arithmetic that is tested, not the memory.
+    high = std::min(high, 300.0);
+    if (random.below(4) == 0) {
+        low = argument.accepts.is_given() ? std::max(argument.accepts.minimum, -kFarAway) : -kFarAway;
+        high = argument.accepts.is_given() ? std::min(argument.accepts.maximum, kFarAway) : kFarAway;
+    }
+    if (argument.kind == Kind::Double) return test::real(between(low, high));
+    if (argument.kind == Kind::Color) return test::color(random.next());
+    return test::integer(static_cast<std::int32_t>(std::lround(between(std::ceil(low), std::floor(high)))));
+}
+
+std::vector<Value> random_arguments(const Row& row, TestRandom& random) {
+    std::vector<Value> values;
+    for (const Arg& argument : row.arguments) values.push_back(random_argument(argument, random));
+    return values;
+}
+
+std::string describe(const Row& row, const std::vector<Value>& values) {
+    std::string text = std::string(row.name) + "(";
+    for (const Value& value : values)
+        text += (value.kind == Kind::Double ? std::to_string(value.d) : std::to_string(value.i)) + " ";
+    return text + ")";
+}
+
+Picture run(const Row& row, const Picture& picture, const std::vector<Value>& values) {
+    TestControl c;
+    c.load(picture);
+    thread_random().set_state(1);
+    Result result;
+    EXPECT_EQ(invoke(row, c.control, values, result), Status::Ok);
+    const ConstPixelBuffer now = c.picture();
+    return {now.width, now.height, std::vector<Pixel>(now.data, now.data + now.count())};
+}
+
+/// Odd sizes; `kind` chooses opaque, any alpha, or one colour all over.
+Picture make_picture(std::int32_t width, std::int32_t height, std::uint64_t seed) {
+    if (seed % 3 == 0) return test::random_opaque_picture(width, height, seed);
+    if (seed % 7 == 1) return Picture(width, height, static_cast<Pixel>(seed * 2654435761u));
+    return test::random_picture(width, height, seed);
+}
+
+TEST(Commands, do_in_vectors_what_they_do_plainly) {
+    for (const Row* row : commands()) {
+        std::uint64_t seed = 0;
+        for (const auto& [width, height] : test::odd_sizes()) {
+            // The smallest picture that an array can be loaded as; 1 x 1 comes by way of SetNewSize below.
+            if (width < 2 || height < 2) continue;
+            for (int repeat = 0; repeat < 4; ++repeat) {
+                TestRandom random(++seed);
+                const Picture picture = make_picture(width, height, seed);
+                const std::vector<Value> values = random_arguments(*row, random);
+                SCOPED_TRACE(describe(*row, values));
+                Picture plain;
+                {
+                    const test::PlainScope scope;
+                    plain = run(*row, picture, values);
+                }
+                for (const std::int64_t target : test::available_targets()) {
+                    const test::TargetScope scope(target);
+                    ASSERT_STREQ(scope.name(), test::running_target());
+                    ASSERT_TRUE(test::same_pixels(plain, run(*row, picture, values))) << scope.name();
+                }
+            }
+        }
+    }
+}
+
+TEST(Commands, do_the_same_on_a_large_picture_with_any_number_of_threads) {
+    const Picture picture = test::random_picture(2111, 1403, 5);
+    for (const Row* row : commands()) {
+        TestRandom random(7);
+        const std::vector<Value> values = random_arguments(*row, random);
+        SCOPED_TRACE(describe(*row, values));
+        Picture plain;
+        {
+            const test::PlainScope scope;
+            plain = run(*row, picture, values);
+        }
+        for (const std::int32_t threads : {1, 2, 5}) {
+            set_worker_threads(threads);
+            ASSERT_TRUE(test::same_pixels(plain, run(*row, picture, values))) << threads << " threads";
+        }
+    }
+}
+
+TEST(Commands, work_on_a_single_pixel) {
+    for (const Row* row : commands()) {
+        for (std::uint64_t seed = 0; seed < 20; ++seed) {
+            TestRandom random(seed);
+            const std::vector<Value> values = random_arguments(*row, random);
+            SCOPED_TRACE(describe(*row, values));
+            const auto result = [&] {
+                TestControl c;
+                c.load(make_picture(2, 2, seed));
+                c.call("SetNewSize", {test::integer(1), test::integer(1)});
+                thread_random().set_state(1);
+                Result ignored;
+                EXPECT_EQ(invoke(*row, c.control, values, ignored), Status::Ok);
+                return c.picture().data[0];
+            };
+            const test::PlainScope scope;
+            const Pixel plain = result();
+            set_kernel_path(KernelPath::Fast);
+            EXPECT_EQ(plain, result());
+        }
+    }
+}
+
+TEST(Commands, are_undone_and_redone) {
+    const Picture picture = test::random_picture(37, 23, 3);
+    for (const Row* row : commands()) {
+        TestRandom random(11);
+        TestControl c;
+        c.load(picture);
+        const std::vector<Value> values = random_arguments(*row, random);
+        SCOPED_TRACE(describe(*row, values));
+        Result result;
+        ASSERT_EQ(invoke(*row, c.control, values, result), Status::Ok);
+        const Picture after(c.picture().width, c.picture().height,
+                            {c.picture().data, c.picture().data + c.picture().count()});
+        ASSERT_TRUE(c.is("Modified"));
+        ASSERT_TRUE(c.is("UndoEnable"));
+        c.call("Undo");
+        EXPECT_TRUE(test::same_pixels(picture.view(), c.picture()));
+        EXPECT_TRUE(c.is("Modified"));
+        c.call("Redo");
+        EXPECT_TRUE(test::same_pixels(after.view(), c.picture()));
+    }
+}
+
+TEST(Commands, are_recorded_first_and_shown_last_even_without_a_picture) {
+    struct Recorder final : CommandRecorder {
+        std::vector<std::string> steps;
+        void record(const Row& command, std::span<const Value> arguments) override {
+            steps.push_back(describe(command, {arguments.begin(), arguments.end()}));
+        }
+    };
+    for (const Row* row : commands()) {
+        TestRandom random(13);
+        TestControl c;
+        Recorder recorder;
+        c.control.window_resized(100, 100);
+        c.control.set_recorder(&recorder);
+        const std::vector<Value> values = random_arguments(*row, random);
+        c.window.frames = 0;
+        const std::uint32_t state = thread_random().state();
+        Result result;
+        ASSERT_EQ(invoke(*row, c.control, values, result), Status::Ok);
+        EXPECT_EQ(recorder.steps, std::vector<std::string>{describe(*row, values)});
+        EXPECT_EQ(c.window.frames, 1);
+        EXPECT_EQ(thread_random().state(), state) << "draws on an empty control";
+        EXPECT_TRUE(c.is("IsEmpty"));
+        c.load(test::random_picture(5, 5, 1));
+        c.call("Undo");
+        c.call("Redo");
+        EXPECT_EQ(recorder.steps.size(), 1u);
+    }
+}
+
+TEST(Commands, refuse_what_is_outside_of_their_range) {
+    using test::integer, test::real, test::color;
+    const std::vector<std::pair<const char*, std::vector<Value>>> refused = {
+        {"Lightness", {integer(-1), integer(100), integer(100)}},
+        {"Lightness", {integer(100), integer(100), integer(-1)}},
+        {"Temperature", {integer(101)}},
+        {"Temperature", {integer(-101)}},
+        {"Hue", {integer(256), integer(0), integer(0)}},
+        {"Hue", {integer(0), integer(0), integer(-1)}},
+        {"BWLevels", {integer(1)}},
+        {"BWLevels", {integer(257)}},
+        {"Gamma", {real(0.0199)}},
+        {"Gamma", {real(-1)}},
+        {"Gamma", {real(std::nan(""))}},
+        {"Gamma", {real(HUGE_VAL)}},
+        {"RotateFlip", {integer(8)}},
+        {"RotateFlip", {integer(-1)}},
+        {"AddSimpleBorder", {integer(0), color(0)}},
+        {"AddSimpleBorder", {integer(40000), color(0)}},
+        {"AddSimpleBorder", {integer(INT32_MAX), color(0)}},
+        {"SetNewSize", {integer(0), integer(5)}},
+        {"SetNewSize", {integer(5), integer(-3)}},
+        {"SetNewSize", {integer(65536), integer(5)}},
+        {"SetNewSize", {integer(60000), integer(60000)}},
+    };
+    const Picture picture = test::random_picture(37, 23, 3);
+    TestControl c;
+    c.control.window_resized(20, 10);
+    c.load(picture);
+    for (int i = 0; i < 15; ++i) c.call("ZoomIn");
+    c.control.window_pan(3, 1);
+    const WindowPoint anchor = c.control.store().view.anchor();
+    for (const auto& [member, values] : refused) {
+        Result result;
+        ASSERT_EQ(invoke(*find_member(member), c.control, values, result), Status::Ok) << member;
+        EXPECT_FALSE(c.is("UndoEnable")) << member;
+        EXPECT_FALSE(c.is("Modified")) << member;
+        EXPECT_EQ(c.control.store().view.anchor(), anchor) << member;
+        EXPECT_TRUE(test::same_pixels(picture.view(), c.picture())) << member;
+    }
+}
+
+}  // namespace
+}  // namespace pixvane

@@ -1,0 +1,262 @@
+// The history ring against a model, and the edges of the document store.
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <array>
+#include <optional>
+
+#include "core/compose.h"
+#include "core/image_store.h"
+#include "support/doubles.h"
+
+namespace pixvane {
+namespace {
+
+using test::Picture;
+using test::random_picture;
+using test::same_pixels;
+
+/// A picture of one colour, told apart by it.
+struct State {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    Pixel colour = 0;
+};
+
+/// The ring as its rules say it, with colours in the place of bitmaps.
+struct Model {
+    std::array<std::optional<State>, 16> slots;
+    int current = -1;
+    int used = 0;
+    int redo = 0;
+    bool modified = false;
+
+    void start(State state) {
+        *this = {};
+        slots[0] = state;
+        current = 0;
+        used = 1;
+    }
+    void edit(State state) {
+        if (used == 0) return;
+        current = (current + 1) % 16;
+        if (!slots[index()] && used < 16) ++used;
+        slots[index()] = state;
+        modified = true;
+        redo = 0;
+    }
+    int previous() const { return current == 0 ? 15 : current - 1; }
+    bool can_undo() const { return used > 0 && redo < 15 && slots[static_cast<std::size_t>(previous())]; }
+    void undo() {
+        if (!can_undo()) return;
+        current = previous();
+        ++redo;
+    }
+    void redo_step() {
+        if (used < 1 || redo < 1) return;
+        current = (current + 1) % used;
+        --redo;
+    }
+    std::size_t index() const { return static_cast<std::size_t>(current); }
+};
+
+class Store : public ::testing::Test {
+protected:
+    void edit(State state) {
+        Edit step(store, state.width, state.height);
+        if (!step) return;
+        fill(step.target(), state.colour);
+        step.commit();
+    }
+    bool load(const Picture& picture) {
+        return store.load_array(reinterpret_cast<const std::uint8_t*>(picture.pixels.data()), picture.width,
+                                picture.height);
+    }
+
+    test::RawCodec codec;
+    test::MemoryFiles files;
+    ImageStore store{codec, files};
+};
+
+TEST_F(Store, follows_the_model_through_random_edits) {
+    for (std::uint64_t seed = 0; seed < 40; ++seed) {
+        Model model;
+        test::TestRandom random(seed);
+        store.Empty();
+        store.view.SetClientSize(300, 200);
+        for (int step = 0; step < 300; ++step) {
+            const State state{static_cast<std::int32_t>(4 + random.below(3)),
+                              static_cast<std::int32_t>(4 + random.below(3)), random.next()};
+            State same = state;
+            if (model.used > 0) {
+                same.width = model.slots[model.index()]->width;
+                same.height = model.slots[model.index()]->height;
+            }
+            switch (random.below(step % 100 < 60 ? 7 : 12)) {
+                case 0:
+                    if (random.below(30) != 0) break;
+                    store.BitmapBackColor = state.colour;
+                    store.NewImage(state.width, state.height);
+                    model.start(state);
+                    break;
+                case 1:
+                case 2:
+                    edit(same);
+                    model.edit(same);
+                    break;
+                case 3:
+                    edit(state);
+                    model.edit(state);
+                    break;
+                case 4: {
+                    const auto array = store.GetImageArray();
+                    EXPECT_EQ(array != nullptr, model.used > 0);
+                    if (model.used > 0) {
+                        model.edit(*model.slots[model.index()]);
+                        model.undo();
+                    }
+                    break;
+                }
+                case 5:
+                case 6:
+                    store.Redo();
+                    model.redo_step();
+                    break;
+                default:
+                    store.Undo();
+                    model.undo();
+            }
+            ASSERT_EQ(store.is_empty(), model.used == 0);
+            ASSERT_EQ(store.can_undo(), model.can_undo());
+            ASSERT_EQ(store.can_redo(), model.used > 0 && model.redo > 0);
+            ASSERT_EQ(store.modified(), model.modified);
+            if (model.used == 0) continue;
+            const State& now = *model.slots[model.index()];
+            ASSERT_EQ(store.width(), now.width);
+            ASSERT_EQ(store.height(), now.height);
+            ASSERT_EQ(store.current().row(now.height - 1)[now.width - 1], now.colour);
+        }
+    }
+}
+
+TEST_F(Store, undoes_fifteen_steps_and_no_more) {
+    ASSERT_TRUE(store.NewImage(100, 100));
+    for (Pixel i = 1; i <= 20; ++i) edit({100, 100, i});
+    for (int i = 0; i < 15; ++i) {
+        ASSERT_TRUE(store.can_undo());
+        store.Undo();
+    }
+    EXPECT_FALSE(store.can_undo());
+    store.Undo();
+    EXPECT_EQ(store.current().data[0], 5u);
+}
+
+TEST_F(Store, keeps_the_scroll_position_unless_the_size_changes) {
+    store.view.SetClientSize(50, 50);
+    ASSERT_TRUE(store.NewImage(200, 200));
+    store.view.ZoomIn();
+    for (int i = 0; i < 20; ++i) store.view.ZoomIn();
+    ASSERT_TRUE(store.view.pan(3, 2));
+    const WindowPoint panned = store.view.anchor();
+    edit({200, 200, 1});
+    store.Undo();
+    EXPECT_EQ(store.view.anchor(), panned);
+    edit({210, 200, 1});
+    EXPECT_EQ(store.view.anchor(), (WindowPoint{25, 25}));
+    ASSERT_TRUE(store.view.pan(3, 2));
+    store.Undo();
+    EXPECT_EQ(store.view.anchor(), (WindowPoint{25, 25}));
+}
+
+TEST_F(Store, keeps_the_picture_when_there_is_no_memory) {
+    const Picture picture = random_picture(64, 64, 1);
+    ASSERT_TRUE(load(picture));
+    edit({64, 64, 7});
+    store.Undo();
+    PixelMemory& memory = PixelMemory::instance();
+    const std::uint64_t limit = memory.limit();
+    memory.set_limit(memory.in_use());
+    edit({500, 500, 9});
+    memory.set_limit(limit);
+    EXPECT_TRUE(same_pixels(picture.view(), store.current()));
+    // The step that could have been redone gave way, so there must be nothing to redo.
+    EXPECT_FALSE(store.can_redo());
+    store.Redo();
+    EXPECT_TRUE(same_pixels(picture.view(), store.current()));
+    edit({64, 64, 8});
+    EXPECT_EQ(store.current().data[0], 8u);
+}
+
+TEST_F(Store, drops_an_edit_that_is_not_committed) {
+    const Picture picture = random_picture(20, 10, 2);
+    ASSERT_TRUE(load(picture));
+    {
+        Edit step(store);
+        ASSERT_TRUE(step);
+        fill(step.target(), 0);
+    }
+    EXPECT_TRUE(same_pixels(picture.view(), store.current()));
+    EXPECT_FALSE(store.modified());
+    EXPECT_FALSE(store.can_undo());
+    EXPECT_FALSE(Edit(store, 0, 5));
+    EXPECT_FALSE(Edit(store, 70000, 5));
+    EXPECT_FALSE(Edit(store, 65535, 65535));
+}
+
+TEST_F(Store, edits_in_place_while_steps_are_suppressed) {
+    const Picture picture = random_picture(20, 10, 2);
+    ASSERT_TRUE(load(picture));
+    store.set_edits_suppressed(true);
+    edit({20, 10, 5});
+    store.set_edits_suppressed(false);
+    EXPECT_EQ(store.current().data[0], 5u);
+    EXPECT_FALSE(store.can_undo());
+    EXPECT_TRUE(store.modified());
+}
+
+TEST_F(Store, reads_arrays_through_a_step_that_can_be_redone) {
+    const Picture picture = random_picture(9, 5, 3);
+    ASSERT_TRUE(load(picture));
+    edit({9, 5, 1});
+    store.Undo();
+    const auto array = store.GetImageArray();
+    ASSERT_NE(array, nullptr);
+    EXPECT_TRUE(same_pixels(picture.view(), array->pixels()));
+    EXPECT_TRUE(store.modified());
+    ASSERT_TRUE(store.can_redo());
+    store.Redo();
+    EXPECT_TRUE(same_pixels(picture.view(), store.current()));
+    // What was read stays as it was, whatever becomes of the picture.
+    edit({9, 5, 2});
+    store.Empty();
+    EXPECT_TRUE(same_pixels(picture.view(), array->pixels()));
+}
+
+TEST_F(Store, loads_and_saves_files) {
+    files.files["a"] = test::RawCodec::file_of(random_picture(30, 20, 4), 3);
+    files.files["broken"] = "no picture";
+    ASSERT_TRUE(store.LoadImage("a"));
+    EXPECT_EQ(store.frame_count(), 3);
+    edit({30, 20, 1});
+    EXPECT_FALSE(store.SaveImage("b", -1));
+    EXPECT_FALSE(store.SaveImage("b", 5));
+    files.diskFull = true;
+    EXPECT_FALSE(store.SaveImage("b", 4));
+    EXPECT_TRUE(store.modified());
+    EXPECT_EQ(files.files.count("b"), 0u);
+    files.diskFull = false;
+    store.JpegQuality = 55;
+    EXPECT_TRUE(store.SaveImage("b", 1));
+    EXPECT_EQ(codec.lastType, SaveType::Jpeg);
+    EXPECT_EQ(codec.lastQuality, 55);
+    EXPECT_FALSE(store.modified());
+    EXPECT_TRUE(store.IsImageFile("b"));
+    EXPECT_FALSE(store.IsImageFile("broken"));
+    EXPECT_FALSE(store.LoadImage("broken"));
+    EXPECT_TRUE(store.is_empty());
+    EXPECT_EQ(store.frame_count(), 0);
+    EXPECT_FALSE(store.SaveImage("b", 4));
+}
+
+}  // namespace
+}  // namespace pixvane

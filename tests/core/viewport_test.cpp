@@ -1,0 +1,251 @@
+// The viewport against its formulas, written out once more, on random sequences; and its known cases.
+// SPDX-License-Identifier: MIT
+#include "core/viewport.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "support/pictures.h"
+
+namespace pixvane {
+namespace {
+
+std::int32_t truncated(double value) {
+    if (std::isnan(value)) return 0;
+    return static_cast<std::int32_t>(std::trunc(std::fmax(-2147483648.0, std::fmin(2147483647.0, value))));
+}
+
+/// One axis as the formulas say it. Zoom is common to both, so the model of the whole holds it.
+struct Axis {
+    int client = 0, anchor = 0, size = 0;
+    bool overflow = false;
+
+    int start(double zoom) const { return truncated(anchor - size * zoom * 0.5) + 1; }
+    int length(double zoom) const { return truncated(size * zoom); }
+    void update(double zoom) { overflow = !(start(zoom) >= 0 && start(zoom) + length(zoom) < client); }
+    int to_image(double zoom, int p) const {
+        if (std::abs(zoom - 1.0) < 0.01) return p - truncated(anchor - size * 0.5) - 1;
+        const double left = anchor - (size / 2) * zoom - 0.5, right = anchor + (size / 2) * zoom - 0.5;
+        // The one thing that the formula doesn't say: an extent of nothing.
+        return right - left + 1 == 0 ? 0 : truncated(size * (p - left) / (right - left + 1) + 0.5);
+    }
+    int to_window(double zoom, int i) const {
+        if (std::abs(zoom - 1.0) < 0.01) {
+            const int parity = (client + 1) % 2 == 1 ? 1 : 0;
+            return start(zoom) - parity + i + 1;
+        }
+        return truncated(anchor - (size / 2) * zoom + i * zoom);
+    }
+    void pan(double zoom, int step) {
+        if (!overflow) return;
+        anchor += step;
+        if (!(start(zoom) < 1 && start(zoom) + length(zoom) > client)) anchor -= step;
+    }
+};
+
+struct Model {
+    Axis x, y;
+    double zoom = 1.0, previous = 1.0;
+
+    void centre() {
+        x.anchor = x.client / 2;
+        y.anchor = y.client / 2;
+    }
+    void update() {
+        x.update(zoom);
+        y.update(zoom);
+    }
+    void change(double to) {
+        previous = zoom;
+        centre();
+        zoom = to;
+        update();
+    }
+    void actual() { change(zoom < 0.1 ? 0.1 : zoom > 16.0 ? 16.0 : 1.0); }
+    void fit() {
+        if (x.size < 1 || y.size < 1) return;
+        double to = (x.client - 8.0) / x.size;
+        if (y.client / 2 - y.size * to * 0.5 < 4.0) to = (y.client - 8.0) / y.size;
+        change(to);
+    }
+};
+
+void expect_equal(const Viewport& view, const Model& model, test::TestRandom& random) {
+    ASSERT_EQ(view.zoom(), model.zoom);
+    ASSERT_EQ(view.previous_zoom(), model.previous);
+    ASSERT_EQ(view.anchor(), (WindowPoint{model.x.anchor, model.y.anchor}));
+    ASSERT_EQ(view.overflow_x(), model.x.overflow);
+    ASSERT_EQ(view.overflow_y(), model.y.overflow);
+    ASSERT_EQ(view.ImageRect(), (WindowRect{model.x.start(model.zoom), model.y.start(model.zoom),
+                                            model.x.length(model.zoom), model.y.length(model.zoom)}));
+    const int px = static_cast<int>(random.below(3000)) - 500,
+              py = static_cast<int>(random.below(3000)) - 500;
+    for (const double zoom : {model.zoom, model.previous, 1.0, 1.009, 0.99, 7.5}) {
+        ASSERT_EQ(view.WindowToImage(zoom, {px, py}),
+                  (ImagePoint{model.x.to_image(zoom, px), model.y.to_image(zoom, py)}));
+        ASSERT_EQ(view.ImageToWindow(zoom, {px, py}),
+                  (WindowPoint{model.x.to_window(zoom, px), model.y.to_window(zoom, py)}));
+    }
+}
+
+TEST(Viewport, follows_its_formulas_through_random_sequences) {
+    for (std::uint64_t seed = 0; seed < 200; ++seed) {
+        test::TestRandom random(seed);
+        Viewport view;
+        Model model;
+        for (int step = 0; step < 120; ++step) {
+            const int a = static_cast<int>(random.below(2000)), b = static_cast<int>(random.below(2000));
+            switch (random.below(9)) {
+                case 0: {
+                    const bool autoResize = random.below(2) == 0;
+                    view.resize(a, b, autoResize);
+                    model.x.client = a;
+                    model.y.client = b;
+                    model.centre();
+                    model.update();
+                    if (autoResize && model.x.size >= 1) {
+                        if (a > model.x.size + 8 && b >= model.y.size + 8)
+                            model.actual();
+                        else
+                            model.fit();
+                    }
+                    break;
+                }
+                case 1:
+                    model.x.size = 1 + a;
+                    model.y.size = 1 + b;
+                    view.set_image_size(1 + a, 1 + b);
+                    view.lay_out_document();
+                    model.zoom = 1.0;
+                    model.centre();
+                    model.update();
+                    if (model.x.size >= model.x.client || model.y.size >= model.y.client) model.fit();
+                    break;
+                case 2:
+                case 3:
+                    view.ZoomIn();
+                    if (model.zoom < 8.0) model.change(model.zoom * 1.1);
+                    break;
+                case 4:
+                case 5:
+                    view.ZoomOut();
+                    if (model.zoom > 0.1) model.change(model.zoom * 0.9090909090909091);
+                    break;
+                case 6:
+                    view.ActialSize();
+                    model.actual();
+                    break;
+                case 7:
+                    view.ZoomToFit();
+                    model.fit();
+                    break;
+                default: {
+                    const int dx = a % 41 - 20, dy = b % 41 - 20;
+                    view.pan(dx, dy);
+                    if (model.x.size >= 1) {
+                        model.x.pan(model.zoom, dx);
+                        model.y.pan(model.zoom, dy);
+                    }
+                }
+            }
+            ASSERT_NO_FATAL_FAILURE(expect_equal(view, model, random)) << "seed " << seed << " step " << step;
+        }
+    }
+}
+
+Viewport with_picture(int width, int height, int clientWidth, int clientHeight) {
+    Viewport view;
+    view.SetClientSize(clientWidth, clientHeight);
+    view.set_image_size(width, height);
+    view.lay_out_document();
+    return view;
+}
+
+TEST(Viewport, steps_within_its_limits) {
+    Viewport view;
+    for (int i = 0; i < 10; ++i) view.ZoomIn();
+    EXPECT_NEAR(view.zoom(), 2.5937, 0.0001);
+    for (int i = 0; i < 100; ++i) view.ZoomIn();
+    EXPECT_GE(view.zoom(), 8.0);
+    EXPECT_LT(view.zoom(), 8.8);
+    for (int i = 0; i < 100; ++i) view.ZoomOut();
+    EXPECT_LE(view.zoom(), 0.1);
+    const double lowest = view.zoom();
+    view.ZoomOut();
+    EXPECT_EQ(view.zoom(), lowest);
+    view.ActialSize();
+    EXPECT_EQ(view.zoom(), lowest < 0.1 ? 0.1 : 1.0);
+}
+
+TEST(Viewport, fits_with_a_margin_of_four) {
+    Viewport wide = with_picture(1000, 500, 508, 300);
+    EXPECT_EQ(wide.zoom(), 0.5);
+    EXPECT_EQ(with_picture(500, 1000, 508, 300).zoom(), 0.292);
+    EXPECT_EQ(with_picture(100, 100, 508, 300).zoom(), 1.0);
+    EXPECT_FALSE(with_picture(297, 100, 300, 300).overflow_x());
+    EXPECT_TRUE(with_picture(298, 100, 300, 300).overflow_x()) << "it starts at 2";
+    // As wide as the window: it is fitted; shown at 1.0 it overflows.
+    Viewport same = with_picture(300, 100, 300, 300);
+    EXPECT_EQ(same.zoom(), 292.0 / 300);
+    same.ActialSize();
+    EXPECT_TRUE(same.overflow_x());
+    EXPECT_FALSE(same.overflow_y());
+
+    Viewport resized = with_picture(100, 100, 50, 50);
+    resized.resize(108, 300, true);
+    EXPECT_EQ(resized.zoom(), 1.0) << "100 / 100 by the fit";
+    resized.resize(109, 107, true);
+    EXPECT_EQ(resized.zoom(), 0.99);
+    resized.resize(109, 108, true);
+    EXPECT_EQ(resized.zoom(), 1.0);
+}
+
+TEST(Viewport, survives_a_window_of_size_zero_and_no_picture) {
+    Viewport view = with_picture(8, 8, 0, 0);
+    EXPECT_EQ(view.zoom(), -1.0);
+    view.WindowToImage(view.zoom(), {5, 5});
+    for (int size = 1; size < 40; ++size) {
+        Viewport small = with_picture(size, size, 0, 0);
+        for (const double zoom : {small.zoom(), -1.0 / size, 0.0, -1e300, 1e300}) {
+            small.WindowToImage(zoom, {INT32_MAX, INT32_MIN});
+            small.ImageToWindow(zoom, {INT32_MAX, INT32_MIN});
+        }
+        small.zoom_at(3, {INT32_MAX, INT32_MIN});
+        small.pan(INT32_MAX, INT32_MIN);
+    }
+    Viewport empty;
+    empty.resize(100, 100, true);
+    empty.ZoomToFit();
+    EXPECT_EQ(empty.zoom(), 1.0);
+    empty.ZoomIn();
+    EXPECT_EQ(empty.zoom(), 1.1);
+    empty.zoom_at(5, {3, 3});
+    EXPECT_FALSE(empty.pan(5, 5));
+    EXPECT_EQ(empty.zoom(), 1.1);
+}
+
+TEST(Viewport, keeps_the_point_under_the_pointer_when_zooming_at_it) {
+    Viewport view = with_picture(2000, 1500, 800, 600);
+    view.ActialSize();
+    for (const WindowPoint at : {WindowPoint{400, 300}, {100, 80}, {700, 520}}) {
+        for (const std::int32_t steps : {5, 3, -4, 2}) {
+            const ImagePoint before = view.WindowToImage(view.zoom(), at);
+            view.zoom_at(steps, at);
+            const ImagePoint after = view.WindowToImage(view.zoom(), at);
+            EXPECT_NEAR(after.x, before.x, 2);
+            EXPECT_NEAR(after.y, before.y, 2);
+        }
+    }
+    // Zooming out at a corner may not uncover background: the picture stays over the whole window.
+    view.zoom_at(3, {0, 0});
+    view.zoom_at(-3, {799, 599});
+    const WindowRect rect = view.ImageRect();
+    EXPECT_LT(rect.x, 1);
+    EXPECT_LT(rect.y, 1);
+    EXPECT_GT(rect.x + rect.width, 800);
+    EXPECT_GT(rect.y + rect.height, 600);
+}
+
+}  // namespace
+}  // namespace pixvane
