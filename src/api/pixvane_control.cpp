@@ -10,6 +10,7 @@
 #include "api/control_handle.h"
 #include "api/values.h"
 #include "control/member_table.h"
+#include "core/pixel_memory.h"
 #include "pixvane/pixvane.h"
 
 using namespace pixvane;
@@ -73,6 +74,8 @@ pixvane_status pixvane_free(pixvane_control* control) {
                                                 std::memory_order_acquire))
         return PIXVANE_E_BUSY;
     delete control;
+    // Memory is kept for the next picture; where there is none left, nobody waits for it.
+    if (PixelMemory::instance().in_use() == 0) PixelMemory::instance().trim();
     return PIXVANE_OK;
 }
 
