@@ -1,0 +1,56 @@
+// A control as the benchmark holds it: the C interface with an owner and exceptions around it.
+// SPDX-License-Identifier: MIT
+#include "control.h"
+
+namespace bench {
+namespace {
+
+void check(pixvane_status status, const std::string& what) {
+    if (status != PIXVANE_OK) throw Error(what + ": " + pixvane_status_text(status));
+}
+
+}  // namespace
+
+Control::Control() { check(pixvane_create(nullptr, &control_), "creating a control"); }
+
+pixvane_value Control::invoke(std::int32_t member, std::span<const pixvane_value> arguments) {
+    pixvane_value result;
+    check(pixvane_invoke_handle(control_, member, arguments.data(), arguments.size(), &result), "a command");
+    return result;
+}
+
+pixvane_value Control::invoke(const char* member, std::initializer_list<pixvane_value> arguments) {
+    pixvane_value result;
+    check(pixvane_invoke(control_, member, arguments.begin(), arguments.size(), &result), member);
+    return result;
+}
+
+void Control::load(const Picture& picture) {
+    const auto loaded =
+        invoke("LoadFromImageArray",
+               {pixvane_bytes(picture.pixels.data(), picture.pixels.size() * sizeof(std::uint32_t)),
+                pixvane_int32(picture.width), pixvane_int32(picture.height)});
+    if (loaded.i == 0) throw Error("there is no memory for the picture");
+}
+
+void Control::load_file(const std::string& path) {
+    if (invoke("LoadImage", {pixvane_string_n(path.data(), path.size())}).i == 0)
+        throw Error("can't load " + path);
+}
+
+Picture Control::picture() {
+    Picture picture{invoke("ImageWidth").i, invoke("ImageHeight").i, {}};
+    const pixvane_value bytes = invoke("GetImageArray");
+    if (bytes.kind != PIXVANE_BYTES) throw Error("there is no memory for the picture");
+    picture.pixels.resize(bytes.size / sizeof(std::uint32_t));
+    check(pixvane_take_result(control_, picture.pixels.data(), bytes.size), "GetImageArray");
+    return picture;
+}
+
+std::int32_t member(const char* name) {
+    const std::int32_t handle = pixvane_find_member(name);
+    if (handle < 0) throw Error(std::string("the library has no member ") + name);
+    return handle;
+}
+
+}  // namespace bench

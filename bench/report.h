@@ -1,0 +1,31 @@
+// The benchmark's results as a table for people and as CSV.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "measure.h"
+
+namespace bench {
+
+struct Result {
+    std::string label;
+    Cost cost;
+    std::optional<double> goal;
+    std::optional<std::uintmax_t> fileBytes;
+};
+
+/// What the results depend on.
+struct Setting {
+    int rounds = 0;
+    int threads = 0;
+    double unitSeconds = 0;
+};
+
+void print_table(const std::vector<Result>& results, const Setting& setting);
+void print_csv(const std::vector<Result>& results, const Setting& setting);
+
+}  // namespace bench

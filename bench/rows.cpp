@@ -1,0 +1,146 @@
+// What the benchmark measures: one table of rows.
+// SPDX-License-Identifier: MIT
+#include "rows.h"
+
+#include "pictures.h"
+
+namespace bench {
+namespace {
+
+constexpr std::int32_t kLargeWidth = 6000;
+constexpr std::int32_t kLargeHeight = 4000;
+constexpr std::int32_t kHistory = 16;
+
+const char* const kEndings[] = {"bmp", "jpg", "gif", "tif", "png"};
+
+pixvane_value n(std::int32_t number) { return pixvane_int32(number); }
+
+bool is_large(Kind kind) { return kind == Kind::Load24M || kind == Kind::Save24M; }
+bool is_load(Kind kind) { return kind == Kind::Load4K || kind == Kind::Load24M; }
+bool is_save(Kind kind) { return kind == Kind::Save4K || kind == Kind::Save24M; }
+
+Picture of_size(const Picture* source, std::int32_t width, std::int32_t height) {
+    return source != nullptr ? tiled(*source, width, height) : photograph(width, height);
+}
+
+}  // namespace
+
+std::vector<Row> all_rows() {
+    constexpr auto none = std::nullopt;
+    return {
+        // A turn by no quarter copies the picture into the next step and does nothing else.
+        {"undo step alone (RotateFlip 0)", Kind::Edit, "RotateFlip", {n(0)}, 1.0},
+        {"Invert", Kind::Edit, "Invert", {}, 0.8},
+        {"Brightness 20 10 -30", Kind::Edit, "Brightness", {n(20), n(10), n(-30)}, 0.9},
+        {"Contrast 130", Kind::Edit, "Contrast", {n(130)}, 0.9},
+        {"Lightness 110 90 120", Kind::Edit, "Lightness", {n(110), n(90), n(120)}, 0.9},
+        {"Temperature 30", Kind::Edit, "Temperature", {n(30)}, 0.9},
+        {"Gamma 0.8", Kind::Edit, "Gamma", {pixvane_double(0.8)}, 0.9},
+        {"Desaturate", Kind::Edit, "Desaturate", {}, 1.0},
+        {"Hue 40 90 200", Kind::Edit, "Hue", {n(40), n(90), n(200)}, 1.0},
+        {"Sepia", Kind::Edit, "Sepia", {}, 1.0},
+        {"Saturate 130", Kind::Edit, "Saturate", {n(130)}, 1.0},
+        {"Saturate 30", Kind::Edit, "Saturate", {n(30)}, 1.6},
+        {"Saturate 29", Kind::Edit, "Saturate", {n(29)}, 2.6},
+        {"Monochrome 127", Kind::Edit, "Monochrome", {n(127), n(0xFFFFFF), n(0)}, 0.9},
+        {"BWLevels 4", Kind::Edit, "BWLevels", {n(4)}, 0.9},
+        {"GetLHistogram", Kind::Read, "GetLHistogram", {}, 1.7},
+        {"GetRHistogram", Kind::Read, "GetRHistogram", {}, none},
+        {"Autolevels", Kind::Edit, "Autolevels", {}, 5.0},
+        {"Autocontrast", Kind::Edit, "Autocontrast", {}, 5.0},
+        {"Autocolor", Kind::Edit, "Autocolor", {}, 5.0},
+        {"Noise 0 30 (one for all)", Kind::Edit, "Noise", {n(0), n(30)}, none},
+        {"Noise 1 30 (one each)", Kind::Edit, "Noise", {n(1), n(30)}, none},
+        {"RotateFlip 2 (180)", Kind::Edit, "RotateFlip", {n(2)}, 0.9},
+        {"RotateFlip 4 (left to right)", Kind::Edit, "RotateFlip", {n(4)}, 0.9},
+        {"RotateFlip 6 (top to bottom)", Kind::Edit, "RotateFlip", {n(6)}, 0.9},
+        {"RotateFlip 1 (90)", Kind::Edit, "RotateFlip", {n(1)}, 1.4},
+        {"RotateFlip 3 (270)", Kind::Edit, "RotateFlip", {n(3)}, 1.4},
+        {"AddSimpleBorder 16", Kind::Edit, "AddSimpleBorder", {n(16), n(0xFFFFFF)}, 0.8},
+        {"SetNewSize 4000 x 2200", Kind::Edit, "SetNewSize", {n(4000), n(2200)}, none},
+        {"ClearImage", Kind::Edit, "ClearImage", {}, none},
+        {"load JPEG 24 MP", Kind::Load24M, "LoadImage", {n(1)}, 43.0},
+        {"save JPEG 24 MP", Kind::Save24M, "SaveImage", {n(1)}, 31.0},
+        {"load PNG 4K", Kind::Load4K, "LoadImage", {n(4)}, 42.0},
+        {"save PNG 4K", Kind::Save4K, "SaveImage", {n(4)}, 128.0},
+        {"load TIFF 4K", Kind::Load4K, "LoadImage", {n(3)}, none},
+        {"save TIFF 4K", Kind::Save4K, "SaveImage", {n(3)}, none},
+        {"load BMP 4K", Kind::Load4K, "LoadImage", {n(0)}, none},
+        {"save BMP 4K", Kind::Save4K, "SaveImage", {n(0)}, none},
+        {"load GIF 4K", Kind::Load4K, "LoadImage", {n(2)}, none},
+        {"save GIF 4K", Kind::Save4K, "SaveImage", {n(2)}, none},
+    };
+}
+
+Control& Workplace::small() {
+    if (!small_) {
+        small_ = std::make_unique<Control>();
+        small_->load(of_size(source_, kWidth, kHeight));
+        // With the history full, every step works in memory that an older one leaves, as in steady use.
+        for (std::int32_t i = 0; i < kHistory; ++i) small_->invoke("RotateFlip", {n(0)});
+    }
+    return *small_;
+}
+
+Control& Workplace::large() {
+    if (!large_) {
+        large_ = std::make_unique<Control>();
+        large_->load(of_size(source_, kLargeWidth, kLargeHeight));
+    }
+    return *large_;
+}
+
+Control& Workplace::loader() {
+    if (!loader_) loader_ = std::make_unique<Control>();
+    return *loader_;
+}
+
+Control& Workplace::subject(const Row& row) {
+    if (is_load(row.kind)) return loader();
+    return is_large(row.kind) ? large() : small();
+}
+
+std::string Workplace::path(const Row& row) const {
+    return folder_.file(std::string(is_load(row.kind) ? "load-" : "save-") +
+                        (is_large(row.kind) ? "24m." : "4k.") + kEndings[row.arguments[0].i]);
+}
+
+void Workplace::prepare(const Row& row) {
+    subject(row);
+    if (!is_load(row.kind)) return;
+    const std::string file = path(row);
+    if (std::filesystem::exists(file)) return;
+    Control& source = is_large(row.kind) ? large() : small();
+    if (source.invoke("SaveImage", {pixvane_string_n(file.data(), file.size()), row.arguments[0]}).i == 0)
+        throw Error("can't save " + file);
+}
+
+void Workplace::run(const Row& row) {
+    Control& control = subject(row);
+    if (!is_load(row.kind) && !is_save(row.kind)) {
+        result_ = control.invoke(member(row.member), row.arguments);
+        return;
+    }
+    const std::string file = path(row);
+    const pixvane_value arguments[] = {pixvane_string_n(file.data(), file.size()), row.arguments[0]};
+    result_ = control.invoke(member(row.member), std::span(arguments, is_load(row.kind) ? 1 : 2));
+}
+
+void Workplace::finish(const Row& row) {
+    Control& control = subject(row);
+    if (row.kind == Kind::Edit) {
+        // A command that refused would have left a step to redo: the one that was taken back before.
+        if (control.invoke("RedoEnable").i != 0) throw Error(std::string(row.label) + " made no step");
+        control.invoke("Undo");
+        if (control.invoke("RedoEnable").i == 0) throw Error(std::string(row.label) + " can't be taken back");
+    } else if (row.kind == Kind::Read ? result_.size != 256 : result_.i == 0) {
+        throw Error(std::string(row.label) + " failed");
+    }
+}
+
+std::optional<std::uintmax_t> Workplace::file_size(const Row& row) const {
+    if (!is_load(row.kind) && !is_save(row.kind)) return std::nullopt;
+    return std::filesystem::file_size(path(row));
+}
+
+}  // namespace bench
