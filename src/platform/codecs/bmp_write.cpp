@@ -5,6 +5,7 @@
 #include "platform/codecs/extras.h"
 #include "platform/codecs/format.h"
 #include "platform/codecs/opacity.h"
+#include "platform/codecs/pixel_rows.h"
 
 namespace pixvane::codecs {
 namespace {
@@ -78,11 +79,7 @@ void write_row(std::uint8_t* row, const Layout& layout, const Pixel* pixels, std
         std::memcpy(row, pixels, width * 4);
         return;
     }
-    for (std::size_t x = 0; x < width; ++x) {
-        row[3 * x] = static_cast<std::uint8_t>(blue_of(pixels[x]));
-        row[3 * x + 1] = static_cast<std::uint8_t>(green_of(pixels[x]));
-        row[3 * x + 2] = static_cast<std::uint8_t>(red_of(pixels[x]));
-    }
+    pack_bgr(pixels, row, width);
     std::fill(row + 3 * width, row + layout.stride, std::uint8_t{0});
 }
 

@@ -11,7 +11,8 @@ namespace {
 
 using namespace codecs;
 
-constexpr std::array kReaders{&kJpegReader, &kPngReader, &kBmpReader};
+constexpr std::array kReaders{&kJpegReader, &kPngReader, &kGifReader, &kTiffReader,
+                              &kWebpReader, &kBmpReader, &kIcoReader};
 
 const Reader* reader_of(ByteSpan file) {
     for (const Reader* reader : kReaders)
@@ -20,7 +21,7 @@ const Reader* reader_of(ByteSpan file) {
 }
 
 // The first bytes of icons and cursors are those of some Targa files too, and two letters don't make a BMP.
-bool may_be_something_else(const Reader& reader) { return &reader == &kBmpReader; }
+bool may_be_something_else(const Reader& reader) { return &reader == &kIcoReader || &reader == &kBmpReader; }
 
 class Codecs final : public ImageCodec {
 public:
@@ -47,8 +48,10 @@ public:
                 return encode_bmp(picture, options, file);
             case SaveType::Jpeg:
                 return encode_jpeg(picture, options, file);
-            default:
-                return false;
+            case SaveType::Gif:
+                return encode_gif(picture, options, file);
+            case SaveType::Tiff:
+                return encode_tiff(picture, options, file);
             case SaveType::Png:
                 return encode_png(picture, options, file);
         }

@@ -30,6 +30,17 @@ public:
         add(bytes.size());
     }
 
+    /// Overwrites what is there; a gap before the bytes is filled with zeros.
+    void put_at(std::size_t position, ByteSpan bytes) {
+        const std::size_t end = position + bytes.size();
+        if (end > size_) {
+            std::uint8_t* fresh = room(end - size_);
+            if (position > size_) std::memset(fresh, 0, position - size_);
+            add(end - size_);
+        }
+        std::memcpy(buffer_.data() + position, bytes.data(), bytes.size());
+    }
+
     ByteBuffer take() {
         buffer_.shrink(size_);
         return std::move(buffer_);

@@ -1,4 +1,4 @@
-// The row filters of PNG, and the layouts of its pixels.
+// The row filters of PNG.
 // SPDX-License-Identifier: MIT
 #include "platform/codecs/png_filter.h"
 
@@ -43,25 +43,6 @@ bool unfilter_png_row(std::uint8_t filter, std::uint8_t* row, const std::uint8_t
             return true;
         default:
             return false;
-    }
-}
-
-void expand_png_row(const std::uint8_t* row, std::size_t bytesPerPixel, Pixel* pixels, std::int32_t width) {
-    for (std::int32_t x = 0; x < width; ++x, row += bytesPerPixel) {
-        switch (bytesPerPixel) {
-            case 1:
-                pixels[x] = make_pixel(255, row[0], row[0], row[0]);
-                break;
-            case 2:
-                pixels[x] = make_pixel(row[1], row[0], row[0], row[0]);
-                break;
-            case 3:
-                pixels[x] = make_pixel(255, row[0], row[1], row[2]);
-                break;
-            default:
-                pixels[x] = make_pixel(row[3], row[0], row[1], row[2]);
-                break;
-        }
     }
 }
 

@@ -1,4 +1,4 @@
-// The row filters of PNG, and the layouts of its pixels.
+// The row filters of PNG.
 // SPDX-License-Identifier: MIT
 #pragma once
 
@@ -12,8 +12,5 @@ enum PngFilter : std::uint8_t { kPngNone = 0, kPngSub = 1, kPngUp = 2, kPngAvera
 /// that doesn't exist.
 bool unfilter_png_row(std::uint8_t filter, std::uint8_t* row, const std::uint8_t* above, std::size_t size,
                       std::size_t bytesPerPixel);
-
-/// Grey, grey and alpha, RGB or RGBA (1 to 4 bytes a pixel) to pixels.
-void expand_png_row(const std::uint8_t* row, std::size_t bytesPerPixel, Pixel* pixels, std::int32_t width);
 
 }  // namespace pixvane::codecs

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/codecs/inflate.h"
+#include "platform/codecs/pixel_rows.h"
 #include "platform/codecs/png_chunks.h"
 #include "platform/codecs/png_filter.h"
 #include "platform/codecs/scratch.h"
@@ -67,7 +68,7 @@ bool decode_png_fast(const PngChunks& png, PixelBuffer target) {
         if (png.header.color == kPngPalette)
             expand_palette(above, palette, target, y);
         else
-            expand_png_row(above, bytesPerPixel, target.row(y), target.width);
+            expand_pixels(above, bytesPerPixel, target.row(y), static_cast<std::size_t>(target.width));
     }
     return true;
 }
