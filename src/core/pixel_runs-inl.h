@@ -74,22 +74,30 @@ HWY_NOINLINE void transform_few(const Pixel* from, Pixel* to, std::size_t count,
     std::memcpy(to, buffer, count * sizeof(Pixel));
 }
 
-// transform(PixelQuad) -> PixelQuad over a run of pixels; `to` is `from`, or other memory. Large runs into
-// other memory are streamed past the caches.
+// transform(PixelQuad) -> PixelQuad over a run of pixels; `to` is `from`, or other memory. If `streaming`,
+// past the caches: only into other memory, and with a hwy::FlushStream() after the last run.
 template <class Transform>
-HWY_INLINE void transform_quads(const Pixel* from, Pixel* to, std::size_t count, const Transform& transform) {
+HWY_INLINE void transform_run(const Pixel* from, Pixel* to, std::size_t count, const Transform& transform,
+                              bool streaming) {
     const std::size_t step = 4 * hn::Lanes(PixelTag());
     std::size_t i = 0;
-    if (from != to && count * sizeof(Pixel) >= kStreamingBytes) {
+    if (streaming && count >= step) {
         const std::size_t bytes = hn::Lanes(ByteTag());
         i = (bytes - reinterpret_cast<std::uintptr_t>(to) % bytes) % bytes / sizeof(Pixel);
-        transform_few(from, to, i, transform);
+        if (i > 0) transform_few(from, to, i, transform);
         for (; i + step <= count; i += step) stream_quad(transform(load_quad(from + i)), to + i);
-        hwy::FlushStream();
     } else {
         for (; i + step <= count; i += step) store_quad(transform(load_quad(from + i)), to + i);
     }
     if (i < count) transform_few(from + i, to + i, count - i, transform);
+}
+
+// The same for the whole of a picture, or of a band of one.
+template <class Transform>
+HWY_INLINE void transform_quads(const Pixel* from, Pixel* to, std::size_t count, const Transform& transform) {
+    const bool streaming = from != to && count * sizeof(Pixel) >= kStreamingBytes;
+    transform_run(from, to, count, transform, streaming);
+    if (streaming) hwy::FlushStream();
 }
 
 // transform(PixelVec) -> PixelVec as a transform of quads.
@@ -105,6 +113,14 @@ template <class Transform>
 HWY_INLINE void transform_vectors(const Pixel* from, Pixel* to, std::size_t count,
                                   const Transform& transform) {
     transform_quads(from, to, count, EachVector<Transform>{transform});
+}
+
+struct Unchanged {
+    HWY_INLINE PixelQuad operator()(const PixelQuad& quad) const { return quad; }
+};
+
+HWY_INLINE void copy_run(const Pixel* from, Pixel* to, std::size_t count, bool streaming) {
+    transform_run(from, to, count, Unchanged(), streaming);
 }
 
 HWY_INLINE PixelVec opaque(PixelVec pixels) { return hn::Or(pixels, hn::Set(PixelTag(), kOpaque)); }

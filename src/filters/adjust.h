@@ -3,49 +3,43 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
 #include <cstdint>
 
 #include "core/pixel_buffer.h"
 #include "core/random.h"
+#include "filters/channel_tables.h"
+#include "filters/levels.h"
+#include "filters/mean_palette.h"
+#include "filters/noise_draws.h"
 
 // Source and target have the same size; they may be the same memory. Every function writes alpha 255 into
 // each pixel, and none reads it, unless it says otherwise. A double becomes an integer by truncation.
+// All but autolevels(), autocontrast() and autocolor(), which need the whole picture, and noise(), whose
+// pixels have an order, may be called for parts of a picture.
 namespace pixvane::filters {
-
-/// One output value for each input value of a channel.
-using ChannelTable = std::array<std::uint8_t, 256>;
-
-/// Tables for the channels of a pixel.
-struct ChannelTables {
-    ChannelTable red;
-    ChannelTable green;
-    ChannelTable blue;
-};
-
-/// Each channel through its own table.
-void apply_tables(ConstPixelBuffer source, PixelBuffer target, const ChannelTables& tables);
 
 /// Grey by luma: trunc(0.7154 G + 0.2125 R + 0.0721 B), summed in this order.
 void desaturate(ConstPixelBuffer source, PixelBuffer target);
-/// With f = percent / 100, Y = min(255, trunc(0.0721 B + 0.2125 R + 0.7154 G)), base = trunc(Y (1 - f)):
+/// With f = percent * 0.01, Y = min(255, trunc(0.0721 B + 0.2125 R + 0.7154 G)), base = trunc(Y (1 - f)):
 /// c -> clamp(trunc(c f + base)).
 void saturate(ConstPixelBuffer source, PixelBuffer target, std::int32_t percent);
 /// Stretches each channel on its own to 5..250; a channel of one value stays as it is.
 void autocolor(ConstPixelBuffer source, PixelBuffer target);
-/// With f = percent / 100: c -> clamp(trunc(c f) + trunc((1 - f) 127)).
+/// With f = percent * 0.01: c -> clamp(trunc(c f) + trunc((1 - f) 127)).
 void contrast(ConstPixelBuffer source, PixelBuffer target, std::int32_t percent);
 /// c -> clamp(c + d), each channel with its own addend of any size.
 void brightness(ConstPixelBuffer source, PixelBuffer target, std::int32_t red, std::int32_t green,
                 std::int32_t blue);
-/// c -> min(255, trunc(c percent / 100)); percents are not negative.
+/// c -> min(255, trunc(c (percent * 0.01))); percents are not negative.
 void lightness(ConstPixelBuffer source, PixelBuffer target, std::int32_t redPercent,
                std::int32_t greenPercent, std::int32_t bluePercent);
-/// With t = percent / 100, -1..1: R -> clamp(trunc(R (1 + t))), B -> clamp(trunc(B (1 - t))), G kept.
+/// With t = percent * 0.01, -1..1: R -> clamp(trunc(R (1 + t))), B -> clamp(trunc(B (1 - t))), G kept.
 void temperature(ConstPixelBuffer source, PixelBuffer target, std::int32_t percent);
 /// Adds a random offset of up to `amount` to the channels: one for all three if `sameForAll` (two draws a
 /// pixel), else one each for R, G and B (six draws a pixel), pixels in memory order. A draw r gives
-/// trunc(r amount / 32767), a second one above 16383 turns the sign.
+/// trunc(r (amount * 3.051850947599719e-5)), so amount for the largest r; a second draw above 16383 turns the
+/// sign. Parts of a picture give the same pixels if `random` jumped ahead by noise_draws() for each pixel
+/// before them.
 void noise(ConstPixelBuffer source, PixelBuffer target, bool sameForAll, std::int32_t amount,
            RandomGenerator& random);
 /// c -> 255 - c.

@@ -16,13 +16,17 @@ struct ChannelHistograms {
     Histogram red{};
     Histogram green{};
     Histogram blue{};
+    /// Of two parts of a picture together.
+    ChannelHistograms& operator+=(const ChannelHistograms& other);
+    bool operator==(const ChannelHistograms&) const = default;
 };
 
+// Alpha is not read.
 ChannelHistograms channel_histograms(ConstPixelBuffer source);
 
 enum class Channel { Red, Green, Blue };
 Histogram channel_histogram(ConstPixelBuffer source, Channel channel);
-/// Of trunc(0.7154 G + 0.2125 R + 0.0721 B), summed in this order in doubles. Alpha is not read.
+/// Of trunc(0.7154 G + 0.2125 R + 0.0721 B), summed in this order in doubles.
 Histogram luminance_histogram(ConstPixelBuffer source);
 
 }  // namespace pixvane::filters

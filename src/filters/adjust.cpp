@@ -1,1 +1,0 @@
-#include "filters/adjust.h"

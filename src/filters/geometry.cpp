@@ -1,1 +1,0 @@
-#include "filters/geometry.h"

@@ -1,0 +1,193 @@
+// Quarter turns and flips.
+// SPDX-License-Identifier: MIT
+#include "filters/geometry.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "filters/rotate_flip.cpp"
+#include <hwy/foreach_target.h>  // this file once for each instruction set
+
+#include <algorithm>
+
+#include "core/kernel_path.h"
+#include "core/pixel_runs-inl.h"
+#include "filters/orientation.h"
+#include "filters/plain.h"
+
+#if HWY_ONCE
+namespace pixvane::filters {
+
+void plain::rotate_flip_rows(ConstPixelBuffer source, PixelBuffer target, std::int32_t type,
+                             std::int32_t first, std::int32_t last) {
+    turn_area(source, target, orientation_of(type), {0, first, target.width, last});
+}
+
+}  // namespace pixvane::filters
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::filters::HWY_NAMESPACE {
+#if PIXVANE_VECTORS
+using namespace pixvane::HWY_NAMESPACE;
+
+// A row from its end to its start; `streaming` if the rows of the target are large together.
+HWY_INLINE void reverse_row(const Pixel* from, Pixel* to, std::size_t count, bool streaming) {
+    const PixelTag d;
+    const std::size_t lanes = hn::Lanes(d);
+    const std::size_t bytes = lanes * sizeof(Pixel);
+    const Pixel* end = from + count;
+    std::size_t i = 0;
+    if (streaming) {
+        const std::size_t lead =
+            (bytes - reinterpret_cast<std::uintptr_t>(to) % bytes) % bytes / sizeof(Pixel);
+        for (; i < std::min(lead, count); ++i) to[i] = *--end;
+        for (; i + lanes <= count; i += lanes) {
+            end -= lanes;
+            hn::Stream(hn::Reverse(d, hn::LoadU(d, end)), d, to + i);
+        }
+    } else {
+        for (; i + lanes <= count; i += lanes) {
+            end -= lanes;
+            hn::StoreU(hn::Reverse(d, hn::LoadU(d, end)), d, to + i);
+        }
+    }
+    for (; i < count; ++i) to[i] = *--end;
+}
+
+void flip_rows(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn, std::int32_t first,
+               std::int32_t last) {
+    const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
+    const auto width = static_cast<std::size_t>(source.width);
+    for (std::int32_t y = first; y < last; ++y) {
+        const Pixel* from = source.row(turn.fromBottom ? source.height - 1 - y : y);
+        if (turn.fromRight) {
+            reverse_row(from, target.row(y), width, streaming);
+        } else {
+            copy_run(from, target.row(y), width, streaming);
+        }
+    }
+    hwy::FlushStream();
+}
+
+// Rows and columns exchanged in a square of as many vectors as a vector has lanes: first among groups of
+// four lanes, then among the groups.
+constexpr std::size_t kSquare = hn::MaxLanes(PixelTag());
+
+HWY_INLINE void exchange_lanes(PixelVec& a, PixelVec& b, PixelVec& c, PixelVec& d) {
+    const PixelTag t;
+    const hn::Repartition<std::uint64_t, PixelTag> wide;
+    const auto lowAB = hn::BitCast(wide, hn::InterleaveLower(t, a, b));
+    const auto highAB = hn::BitCast(wide, hn::InterleaveUpper(t, a, b));
+    const auto lowCD = hn::BitCast(wide, hn::InterleaveLower(t, c, d));
+    const auto highCD = hn::BitCast(wide, hn::InterleaveUpper(t, c, d));
+    a = hn::BitCast(t, hn::InterleaveLower(wide, lowAB, lowCD));
+    b = hn::BitCast(t, hn::InterleaveUpper(wide, lowAB, lowCD));
+    c = hn::BitCast(t, hn::InterleaveLower(wide, highAB, highCD));
+    d = hn::BitCast(t, hn::InterleaveUpper(wide, highAB, highCD));
+}
+
+HWY_INLINE void exchange_halves(PixelVec& a, PixelVec& b) {
+    const PixelTag t;
+    const PixelVec lower = hn::ConcatLowerLower(t, b, a);
+    b = hn::ConcatUpperUpper(t, b, a);
+    a = lower;
+}
+
+HWY_INLINE void exchange_odd_groups(PixelVec& a, PixelVec& b) {
+    const PixelVec odd = hn::OddEvenBlocks(b, hn::SwapAdjacentBlocks(a));
+    a = hn::OddEvenBlocks(hn::SwapAdjacentBlocks(b), a);
+    b = odd;
+}
+
+HWY_INLINE void exchange_square(PixelVec (&rows)[kSquare]) {
+    for (std::size_t i = 0; i < kSquare; i += 4)
+        exchange_lanes(rows[i], rows[i + 1], rows[i + 2], rows[i + 3]);
+    if constexpr (kSquare == 8) {
+        for (std::size_t i = 0; i < 4; ++i) exchange_halves(rows[i], rows[i + 4]);
+    } else if constexpr (kSquare == 16) {
+        for (std::size_t i = 0; i < 4; ++i) {
+            exchange_odd_groups(rows[i], rows[i + 4]);
+            exchange_odd_groups(rows[i + 8], rows[i + 12]);
+            exchange_halves(rows[i], rows[i + 8]);
+            exchange_halves(rows[i + 4], rows[i + 12]);
+        }
+    }
+}
+
+// One square of the target at (x, y), from a square of the source.
+template <bool kStreaming>
+HWY_INLINE void turn_square(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn,
+                            std::int32_t x, std::int32_t y) {
+    const PixelTag d;
+    constexpr auto kSide = static_cast<std::int32_t>(kSquare);
+    PixelVec rows[kSquare];
+    const std::int32_t column = turn.fromRight ? source.width - kSide - y : y;
+    for (std::int32_t i = 0; i < kSide; ++i) {
+        const Pixel* row = source.row(turn.fromBottom ? source.height - 1 - x - i : x + i);
+        rows[i] = hn::LoadU(d, row + column);
+    }
+    exchange_square(rows);
+    for (std::int32_t i = 0; i < kSide; ++i) {
+        Pixel* to = target.row(y + (turn.fromRight ? kSide - 1 - i : i)) + x;
+        if constexpr (kStreaming) {
+            hn::Stream(rows[i], d, to);
+        } else {
+            hn::StoreU(rows[i], d, to);
+        }
+    }
+}
+
+template <bool kStreaming>
+HWY_INLINE void turn_rows(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn,
+                          std::int32_t first, std::int32_t last) {
+    constexpr auto kSide = static_cast<std::int32_t>(kSquare);
+    const std::int32_t right = target.width - target.width % kSide;
+    const std::int32_t bottom = last - (last - first) % kSide;
+    // Along the rows of the source, which come in order then; what is written are whole lines.
+    for (std::int32_t x = 0; x < right; x += kSide) {
+        for (std::int32_t y = first; y < bottom; y += kSide)
+            turn_square<kStreaming>(source, target, turn, x, y);
+    }
+    hwy::FlushStream();
+    turn_area(source, target, turn, {right, first, target.width, bottom});
+    turn_area(source, target, turn, {0, bottom, target.width, last});
+}
+
+void rotate_flip_rows(ConstPixelBuffer source, PixelBuffer target, std::int32_t type, std::int32_t first,
+                      std::int32_t last) {
+    const Orientation turn = orientation_of(type);
+    if (!turn.exchangesSides) {
+        flip_rows(source, target, turn, first, last);
+        return;
+    }
+    constexpr std::size_t kBytes = kSquare * sizeof(Pixel);
+    const bool aligned = reinterpret_cast<std::uintptr_t>(target.data) % kBytes == 0 &&
+                         static_cast<std::size_t>(target.width) % kSquare == 0;
+    if (aligned && target.rows(first, last).bytes() >= kStreamingBytes) {
+        turn_rows<true>(source, target, turn, first, last);
+    } else {
+        turn_rows<false>(source, target, turn, first, last);
+    }
+}
+#else
+using plain::rotate_flip_rows;
+#endif
+}  // namespace pixvane::filters::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace pixvane::filters {
+
+HWY_EXPORT(rotate_flip_rows);
+
+void rotate_flip_rows(ConstPixelBuffer source, PixelBuffer target, std::int32_t type, std::int32_t first,
+                      std::int32_t last) {
+    pick_kernel(plain::rotate_flip_rows, HWY_DYNAMIC_DISPATCH(rotate_flip_rows))(source, target, type, first,
+                                                                                 last);
+}
+
+void rotate_flip(ConstPixelBuffer source, PixelBuffer target, std::int32_t type) {
+    rotate_flip_rows(source, target, type, 0, target.height);
+}
+
+}  // namespace pixvane::filters
+#endif
