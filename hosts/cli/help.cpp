@@ -1,0 +1,76 @@
+// What the program says of itself.
+// SPDX-License-Identifier: MIT
+#include "commands.h"
+
+namespace cli {
+
+const char* const kMainHelp =
+    R"(Pixvane edits pictures from the command line.
+
+Usage
+  pixvane edit IN OUT [STEP]...         Load the picture IN, take the steps, save OUT.
+  pixvane info IN [--json]              Tell what a picture file holds.
+  pixvane members [--json|--markdown]   List the members that make the steps.
+  pixvane COMMAND --help                Say more about a command.
+  pixvane --help | --version
+
+Examples
+  pixvane edit photo.jpg better.jpg Autolevels Saturate=130
+  pixvane edit scan.tif page.png RotateFlip=1 Gamma=0.8
+  pixvane info photo.jpg --json
+
+Exit status
+  0 done    1 a file can't be read or written    2 the command line is wrong
+)";
+
+const char* const kEditHelp =
+    R"(pixvane edit: load a picture, take steps, save it.
+
+Usage
+  pixvane edit IN OUT [STEP]...
+
+  IN     a picture file of any kind that can be decoded
+  OUT    ends in .bmp .jpg .jpeg .gif .tif .tiff or .png, which says how it is saved;
+         it may be IN itself, and it stays as it is if anything goes wrong
+  STEP   Member, or Member=a,b,... with its arguments; 'pixvane members' lists them
+
+Arguments
+  integer   130  -5  0xFF              double   0.8  1.5e2
+  boolean   true  false  1  0          string   as it stands; a comma in it as \,
+  color     #FF8000 (red green blue), or the number 0x0080FF (blue green red)
+
+Steps are taken from left to right. A property is put: JpegQuality=80. Everything is
+checked before the picture is loaded: names, arguments, and the range that a member
+accepts. What a step gives is printed: GetPixel=10,10.
+
+Examples
+  pixvane edit photo.jpg better.jpg Autolevels Saturate=130 JpegQuality=95
+  pixvane edit photo.jpg framed.png AddSimpleBorder=40,#FFFFFF
+  pixvane edit night.png day.png Brightness=30,30,20 Gamma=0.7 Undo
+)";
+
+const char* const kInfoHelp =
+    R"(pixvane info: tell what a picture file holds.
+
+Usage
+  pixvane info IN [--json]
+
+  --json   as one JSON object
+
+Luminance is that of the first frame: its darkest and brightest values that occur, and
+the mean of all pixels, from 0 (black) to 255 (white).
+)";
+
+const char* const kMembersHelp =
+    R"(pixvane members: list the members of the control.
+
+Usage
+  pixvane members [--json|--markdown]
+
+  --json       everything that the library tells of them, as a JSON array
+  --markdown   as a reference page
+
+Commands and methods, and properties that can be put, are steps for 'pixvane edit'.
+)";
+
+}  // namespace cli

@@ -1,0 +1,406 @@
+# The types of Pixvane for Python. Written by tools/write_bindings.py; do not edit.
+# SPDX-License-Identifier: MIT
+from os import PathLike
+from types import TracebackType
+from typing import Any, Callable, Iterable, List, Literal, Optional, Type, Union
+
+from ._errors import PixvaneError as PixvaneError
+from ._table import Argument as Argument, Member as Member
+from ._window import Window as Window
+
+Buffer = Any  # anything with contiguous memory: bytes, bytearray, memoryview, array, ...
+
+__version__: str
+
+def members() -> List[Member]:
+    """Every method, property and event of the control, in the order of its table."""
+
+def worker_threads() -> int:
+    """How many threads work on one command, the caller included."""
+
+def set_worker_threads(count: int) -> None:
+    """Sets how many threads work on one command: 1 to 64. No result depends on it."""
+
+def bitmap_limit() -> int:
+    """The most bytes that all bitmaps of the process may take together."""
+
+def set_bitmap_limit(count: int) -> None:
+    """Sets the most bytes that all bitmaps of the process may take; beyond it, an edit fails for lack of memory."""
+
+def bitmap_bytes() -> int:
+    """Bytes in bitmaps now."""
+
+class Pixvane:
+    def __init__(self) -> None: ...
+    def __enter__(self) -> Pixvane: ...
+    def __exit__(
+        self,
+        type: Optional[Type[BaseException]],
+        value: Optional[BaseException],
+        traceback: Optional[TracebackType],
+    ) -> None: ...
+    def close(self) -> None:
+        """Frees the picture, its history and the control; every later call raises PixvaneError."""
+
+    @property
+    def window(self) -> Window:
+        """The window that the control is shown in: what happens to it, and what it shows."""
+
+    def on(self, event: Literal["OnDropFile"], handler: Callable[[str], object]) -> None:
+        """A file was dropped on the control; nothing is loaded.
+
+            FileName  string
+        """
+
+    def off(self, event: Literal["OnDropFile"], handler: Optional[Callable[..., object]] = ...) -> None:
+        """Ends what `on` began: for this handler, or for all handlers of the event."""
+
+    def NewImage(self, Width: int, Height: int, /) -> None:
+        """Starts a new picture filled with BitmapBackColor.
+
+            Width   integer, 4 to 65535, slider 4 to 8000, default 800
+            Height  integer, 4 to 65535, slider 4 to 8000, default 600
+        """
+
+    def Empty(self) -> None:
+        """Drops the picture and its history."""
+
+    @property
+    def IsEmpty(self) -> bool:
+        """Whether the control holds no picture.
+
+            boolean, read only
+        """
+
+    @property
+    def ImageWidth(self) -> int:
+        """Width of the picture in pixels, 0 when empty.
+
+            integer, read only
+        """
+
+    @property
+    def ImageHeight(self) -> int:
+        """Height of the picture in pixels, 0 when empty.
+
+            integer, read only
+        """
+
+    @property
+    def FramesCount(self) -> int:
+        """Frames or pages of the file that the picture came from, 0 when empty.
+
+            integer, read only
+        """
+
+    def GetPixel(self, X: int, Y: int, /) -> int:
+        """Colour of a pixel, 0 outside of the picture.
+
+            X  integer
+            Y  integer
+        """
+
+    @property
+    def BitmapBackColor(self) -> int:
+        """Colour of new, cleared and enlarged canvas.
+
+            color, default 0xFFFFFF, get and put
+        """
+    @BitmapBackColor.setter
+    def BitmapBackColor(self, value: int) -> None: ...
+
+    @property
+    def Picture(self) -> Optional[bytes]:
+        """The picture as a BMP file of 24 bits over white; put takes any picture file.
+
+            bytes, get and put
+        """
+    @Picture.setter
+    def Picture(self, value: Optional[Buffer]) -> None: ...
+
+    def LoadImage(self, FileName: Union[str, PathLike[str]], /) -> bool:
+        """Loads a picture file; false, and the control is empty, if it can't be read.
+
+            FileName  string
+        """
+
+    def SaveImage(self, FileName: Union[str, PathLike[str]], nType: int, /) -> bool:
+        """Saves the picture: 0 BMP, 1 JPEG, 2 GIF, 3 TIFF, 4 PNG; false if it can't be written.
+
+            FileName  string
+            nType     integer, 0 to 4, slider 0 to 4, default 4
+        """
+
+    def IsImageFile(self, FileName: Union[str, PathLike[str]], /) -> bool:
+        """Whether a file is a picture that can be loaded.
+
+            FileName  string
+        """
+
+    @property
+    def JpegQuality(self) -> int:
+        """Quality of saved JPEG files; limited to 0..100.
+
+            integer, slider 0 to 100, default 90, get and put
+        """
+    @JpegQuality.setter
+    def JpegQuality(self, value: int) -> None: ...
+
+    def Undo(self) -> None:
+        """Goes back one step of the history."""
+
+    def Redo(self) -> None:
+        """Goes forward again to a step that was undone."""
+
+    @property
+    def UndoEnable(self) -> bool:
+        """Whether Undo would go back.
+
+            boolean, read only
+        """
+
+    @property
+    def RedoEnable(self) -> bool:
+        """Whether Redo would go forward.
+
+            boolean, read only
+        """
+
+    @property
+    def Modified(self) -> bool:
+        """Whether the picture was edited since it was made, loaded or saved.
+
+            boolean, read only
+        """
+
+    def GetRHistogram(self) -> Optional[List[int]]:
+        """Counts of the 256 values of red; null when empty."""
+
+    def GetGHistogram(self) -> Optional[List[int]]:
+        """Counts of the 256 values of green; null when empty."""
+
+    def GetBHistogram(self) -> Optional[List[int]]:
+        """Counts of the 256 values of blue; null when empty."""
+
+    def GetLHistogram(self) -> Optional[List[int]]:
+        """Counts of the 256 values of luminance; null when empty."""
+
+    def GetImageArray(self) -> Optional[bytes]:
+        """The pixels as bytes B, G, R, A, rows top first; null when empty."""
+
+    def LoadFromImageArray(self, pArray: Optional[Buffer], Width: int, Height: int, /) -> bool:
+        """Makes pixels the picture: bytes B, G, R, A, rows top first, from 2 x 2 up.
+
+            pArray  bytes
+            Width   integer, 2 to 65535
+            Height  integer, 2 to 65535
+        """
+
+    def Desaturate(self) -> None:
+        """Turns the picture grey by luma.
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Saturate(self, nValue: int, /) -> None:
+        """Colour strength in percent.
+
+            nValue  integer, slider -400 to 400, default 130
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Autocolor(self) -> None:
+        """Stretches each channel on its own, which takes a cast away.
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Contrast(self, nValue: int, /) -> None:
+        """Contrast in percent, around the middle grey.
+
+            nValue  integer, slider -400 to 400, default 120
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Brightness(self, nRed: int, nGreen: int, nBlue: int, /) -> None:
+        """Adds to each channel.
+
+            nRed    integer, slider -255 to 255, default 20
+            nGreen  integer, slider -255 to 255, default 20
+            nBlue   integer, slider -255 to 255, default 20
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Lightness(self, nRedVal: int, nGreenVal: int, nBlueVal: int, /) -> None:
+        """Multiplies each channel, in percent.
+
+            nRedVal    integer, at least 0, slider 0 to 400, default 110
+            nGreenVal  integer, at least 0, slider 0 to 400, default 110
+            nBlueVal   integer, at least 0, slider 0 to 400, default 110
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Temperature(self, nVal: int, /) -> None:
+        """Warms (above 0) or cools the colours, in percent.
+
+            nVal  integer, -100 to 100, slider -100 to 100, default 10
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Noise(self, nType: int, nVal: int, /) -> None:
+        """Adds random noise: type 0 the same to all channels, others to each its own.
+
+            nType  integer, slider 0 to 1, default 0
+            nVal   integer, slider 0 to 255, default 30
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Invert(self) -> None:
+        """Turns the picture into its negative.
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Monochrome(self, nLevel: int, Color1: int, Color2: int, /) -> None:
+        """Two colours: the first where the mean of the channels is above the level.
+
+            nLevel  integer, slider 0 to 255, default 127
+            Color1  color, default 0xFFFFFF
+            Color2  color, default 0x000000
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Hue(self, R: int, G: int, B: int, /) -> None:
+        """Tones the picture by a colour.
+
+            R  integer, 0 to 255, slider 0 to 255, default 160
+            G  integer, 0 to 255, slider 0 to 255, default 133
+            B  integer, 0 to 255, slider 0 to 255, default 107
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Sepia(self) -> None:
+        """Tones the picture brown like an old photograph.
+
+        One step of the history: Undo takes it back.
+        """
+
+    def BWLevels(self, Colors: int, /) -> None:
+        """Grey in a number of steps.
+
+            Colors  integer, 2 to 256, slider 2 to 256, default 4
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Autolevels(self) -> None:
+        """Sets the levels of each channel from its histogram.
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Autocontrast(self) -> None:
+        """Sets common levels from the histogram of all channels.
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Gamma(self, Level: float, /) -> None:
+        """Gamma curve: below 1 brightens, above 1 darkens.
+
+            Level  double, at least 0.02, slider 0.1 to 5, default 0.8
+
+        One step of the history: Undo takes it back.
+        """
+
+    def ClearImage(self) -> None:
+        """Fills the picture with BitmapBackColor.
+
+        One step of the history: Undo takes it back.
+        """
+
+    def SetNewSize(self, Width: int, Height: int, /) -> None:
+        """Cuts or enlarges the canvas on the right and at the bottom, without scaling.
+
+            Width   integer, 1 to 65535, slider 1 to 8000, default 800
+            Height  integer, 1 to 65535, slider 1 to 8000, default 600
+
+        One step of the history: Undo takes it back.
+        """
+
+    def RotateFlip(self, nType: int, /) -> None:
+        """Turns clockwise by nType quarter turns; from 4 on, then flips left to right.
+
+            nType  integer, 0 to 7, slider 0 to 7, default 1
+
+        One step of the history: Undo takes it back.
+        """
+
+    def AddSimpleBorder(self, Width: int, Color: int, /) -> None:
+        """Adds a border of one colour.
+
+            Width  integer, 1 to 65535, slider 1 to 200, default 16
+            Color  color, default 0xFFFFFF
+
+        One step of the history: Undo takes it back.
+        """
+
+    @property
+    def Zoom(self) -> float:
+        """Window pixels for each pixel of the picture.
+
+            double, read only
+        """
+
+    def ZoomIn(self) -> None:
+        """Zooms in by one tenth, from below 8 only."""
+
+    def ZoomOut(self) -> None:
+        """Zooms out by the same step, from above 0.1 only."""
+
+    def ActialSize(self) -> None:
+        """Zooms to 1.0 (to 0.1 from below it, to 16.0 from above it)."""
+
+    def ZoomToFit(self) -> None:
+        """Zooms so that the picture fits the window."""
+
+    @property
+    def AutoResize(self) -> bool:
+        """Whether a resize of the window fits the picture anew.
+
+            boolean, default false, get and put
+        """
+    @AutoResize.setter
+    def AutoResize(self, value: bool) -> None: ...
+
+    @property
+    def BackColor1(self) -> int:
+        """Colour around the picture.
+
+            color, default 0x8B0000, get and put
+        """
+    @BackColor1.setter
+    def BackColor1(self, value: int) -> None: ...
+
+    @property
+    def FrameColor(self) -> int:
+        """Colour of the frame around the picture.
+
+            color, default 0xD3D3D3, get and put
+        """
+    @FrameColor.setter
+    def FrameColor(self, value: int) -> None: ...
+
+    def BeginUpdate(self) -> None:
+        """Suspends repainting until EndUpdate."""
+
+    def EndUpdate(self) -> None:
+        """Repaints, and goes on repainting; one ends any number of BeginUpdate."""

@@ -1,0 +1,164 @@
+"""The control: its members, made from the table, its events, its end."""
+# SPDX-License-Identifier: MIT
+import inspect
+import keyword
+from ctypes import byref, c_int32, c_void_p
+
+from . import _library as lib
+from ._calls import Subscription, call, dispatch
+from ._errors import check
+from ._table import documentation, members
+from ._values import PUT, result
+from ._window import Window
+
+
+class Pixvane:
+    """An image-editing control without a window of its own: one picture, its history and its view.
+
+    Members have their published names: methods are called with positional arguments, properties are
+    attributes. Colours are integers 0x00BBGGRR, arrays are lists, bytes come and go as bytes. The client
+    size is 0 x 0 until `window.resize`; resize before you load.
+
+    One thread at a time may use a control; any number of controls may live side by side.
+    """
+
+    __slots__ = ("_control", "_subscriptions", "__weakref__")
+
+    def __new__(cls, *arguments, **keywords):
+        self = super().__new__(cls)
+        self._control = None
+        self._subscriptions = []
+        control = c_void_p()
+        check(lib.create(None, byref(control)), "Pixvane")
+        self._control = control.value
+        return self
+
+    def __init__(self):
+        pass
+
+    def close(self):
+        """Frees the picture, its history and the control; every later call raises PixvaneError."""
+        control = self._control
+        if control is not None:
+            check(lib.free(control), "close")
+            self._control = None
+            self._subscriptions.clear()
+
+    def __del__(self, free=lib.free):
+        # May run on any thread and while the interpreter ends; nobody else can be inside the control then.
+        if getattr(self, "_control", None) is not None:
+            free(self._control)
+            self._control = None
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def __reduce__(self):
+        raise TypeError("a Pixvane control can be neither copied nor pickled")
+
+    def __repr__(self):
+        if self._control is None:
+            return "<Pixvane, closed>"
+        return "<Pixvane at 0x%x>" % self._control
+
+    @property
+    def window(self):
+        """The window that the control is shown in: what happens to it, and what it shows."""
+        return Window(self)
+
+    def on(self, event, handler):
+        """Calls `handler` with the event's arguments whenever `event` fires, in the order of subscription.
+
+        What a handler raises is raised again by the call that made the event fire.
+        """
+        if not callable(handler):
+            raise TypeError("a handler must be callable, not %s" % type(handler).__name__)
+        subscription = Subscription(_event_name(event), handler)
+        number = c_int32()
+        doing = "on(%r)" % event
+        call(doing, lib.subscribe, self._control, event.encode(), dispatch, subscription.key, byref(number))
+        subscription.id = number.value
+        self._subscriptions.append(subscription)
+
+    def off(self, event, handler=None):
+        """Ends what `on` began: for this handler, or for all handlers of the event."""
+        _event_name(event)
+        for subscription in list(self._subscriptions):
+            if subscription.event == event and (handler is None or subscription.handler == handler):
+                call("off(%r)" % event, lib.unsubscribe, self._control, subscription.id)
+                self._subscriptions.remove(subscription)
+
+
+_events = {}
+
+
+def _event_name(event):
+    if not isinstance(event, str):
+        raise TypeError("an event's name must be a string, not %s" % type(event).__name__)
+    if event not in _events:
+        raise ValueError("no event named %r; there are: %s" % (event, ", ".join(sorted(_events))))
+    return event
+
+
+def _caller(member, arguments):
+    """A function that invokes `member` with as many values as it has `arguments`."""
+    name, count = member.name, len(arguments)
+    handle = lib.find_member(name.encode("utf-8"))
+    array_of = lib.Value * count
+    puts = [(PUT[a.kind], "%s: %s" % (name, a.name) if a.name != name else name) for a in arguments]
+    invoke_handle = lib.invoke_handle
+
+    def invoke(self, *values):
+        array, held, returned = array_of(), [], lib.Value()
+        for slot, (put, where), value in zip(array, puts, values):
+            put(slot, value, where, held)
+        call(name, invoke_handle, self._control, handle, array, count, byref(returned))
+        return result(self._control, returned, name)
+
+    return invoke
+
+
+def _method(member):
+    invoke = _caller(member, member.arguments)
+    count = len(member.arguments)
+    wanted = ", ".join(a.name for a in member.arguments)
+
+    def method(self, *values):
+        if len(values) != count:
+            raise TypeError("%s(%s) takes %d arguments, not %d" % (member.name, wanted, count, len(values)))
+        return invoke(self, *values)
+
+    kind = inspect.Parameter.POSITIONAL_ONLY
+    names = ["self"] + [a.name + "_" * keyword.iskeyword(a.name) for a in member.arguments]
+    method.__signature__ = inspect.Signature([inspect.Parameter(name, kind) for name in names])
+    method.__name__ = member.name
+    method.__qualname__ = "Pixvane." + member.name
+    method.__doc__ = documentation(member)
+    return method
+
+
+def _property(member):
+    get = _caller(member, ())
+    put = None
+    if member.writable:
+        put_value = _caller(member, member.arguments)
+
+        def put(self, value):
+            put_value(self, value)
+
+    return property(get, put, doc=documentation(member))
+
+
+def _add_members():
+    for member in members():
+        if member.type == "event":
+            _events[member.name] = member
+        else:
+            make = _method if member.type == "method" else _property
+            setattr(Pixvane, member.name, make(member))
+
+
+_add_members()

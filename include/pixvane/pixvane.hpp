@@ -1,0 +1,397 @@
+// Pixvane for C++ hosts: every member as a typed method. Written by tools/write_bindings.py; do not edit.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "pixvane/control.hpp"
+
+namespace pixvane {
+
+/// An image-editing control. A property X is read by X() and put by put_X(value); on_E(handler) listens to
+/// the event E until off() of the number that it returns. Colours are 0x00BBGGRR, see rgb(). A call that the
+/// control refuses throws Error; a member that has nothing to return gives an empty vector or nullopt.
+class IPixvane : public Control {
+public:
+    using Control::Control;
+    // Lines are broken where the program that writes them breaks them.
+    // clang-format off
+
+    // ---- Document ----
+
+    /// Starts a new picture filled with BitmapBackColor.
+    /// Width: integer, 4 to 65535, slider 4 to 8000, default 800.
+    /// Height: integer, 4 to 65535, slider 4 to 8000, default 600.
+    void NewImage(std::int32_t Width, std::int32_t Height) {
+        static const std::int32_t member = pixvane_find_member("NewImage");
+        call("NewImage", member, to_value(Width), to_value(Height));
+    }
+    /// Drops the picture and its history.
+    void Empty() {
+        static const std::int32_t member = pixvane_find_member("Empty");
+        call("Empty", member);
+    }
+    /// Whether the control holds no picture.
+    bool IsEmpty() {
+        static const std::int32_t member = pixvane_find_member("IsEmpty");
+        return call("IsEmpty", member).i != 0;
+    }
+    /// Width of the picture in pixels, 0 when empty.
+    std::int32_t ImageWidth() {
+        static const std::int32_t member = pixvane_find_member("ImageWidth");
+        return call("ImageWidth", member).i;
+    }
+    /// Height of the picture in pixels, 0 when empty.
+    std::int32_t ImageHeight() {
+        static const std::int32_t member = pixvane_find_member("ImageHeight");
+        return call("ImageHeight", member).i;
+    }
+    /// Frames or pages of the file that the picture came from, 0 when empty.
+    std::int32_t FramesCount() {
+        static const std::int32_t member = pixvane_find_member("FramesCount");
+        return call("FramesCount", member).i;
+    }
+    /// Colour of a pixel, 0 outside of the picture.
+    std::uint32_t GetPixel(std::int32_t X, std::int32_t Y) {
+        static const std::int32_t member = pixvane_find_member("GetPixel");
+        return static_cast<std::uint32_t>(call("GetPixel", member, to_value(X), to_value(Y)).i);
+    }
+    /// Colour of new, cleared and enlarged canvas.
+    std::uint32_t BitmapBackColor() {
+        static const std::int32_t member = pixvane_find_member("BitmapBackColor");
+        return static_cast<std::uint32_t>(call("BitmapBackColor", member).i);
+    }
+    /// Colour of new, cleared and enlarged canvas.
+    /// Value: color, default 0xFFFFFF.
+    void put_BitmapBackColor(std::uint32_t Value) {
+        static const std::int32_t member = pixvane_find_member("BitmapBackColor");
+        call("BitmapBackColor", member, pixvane_color(Value));
+    }
+    /// The picture as a BMP file of 24 bits over white; put takes any picture file.
+    std::optional<std::vector<std::uint8_t>> Picture() {
+        static const std::int32_t member = pixvane_find_member("Picture");
+        const pixvane_value result = call("Picture", member);
+        if (result.kind == PIXVANE_NULL) return std::nullopt;
+        return take<std::vector<std::uint8_t>>("Picture", result);
+    }
+    /// The picture as a BMP file of 24 bits over white; put takes any picture file.
+    void put_Picture(View<std::uint8_t> Value) {
+        static const std::int32_t member = pixvane_find_member("Picture");
+        call("Picture", member, to_value(Value));
+    }
+
+    // ---- Files ----
+
+    /// Loads a picture file; false, and the control is empty, if it can't be read.
+    bool LoadImage(std::string_view FileName) {
+        static const std::int32_t member = pixvane_find_member("LoadImage");
+        return call("LoadImage", member, to_value(FileName)).i != 0;
+    }
+    /// Saves the picture: 0 BMP, 1 JPEG, 2 GIF, 3 TIFF, 4 PNG; false if it can't be written.
+    /// nType: integer, 0 to 4, slider 0 to 4, default 4.
+    bool SaveImage(std::string_view FileName, std::int32_t nType) {
+        static const std::int32_t member = pixvane_find_member("SaveImage");
+        return call("SaveImage", member, to_value(FileName), to_value(nType)).i != 0;
+    }
+    /// Whether a file is a picture that can be loaded.
+    bool IsImageFile(std::string_view FileName) {
+        static const std::int32_t member = pixvane_find_member("IsImageFile");
+        return call("IsImageFile", member, to_value(FileName)).i != 0;
+    }
+    /// Quality of saved JPEG files; limited to 0..100.
+    std::int32_t JpegQuality() {
+        static const std::int32_t member = pixvane_find_member("JpegQuality");
+        return call("JpegQuality", member).i;
+    }
+    /// Quality of saved JPEG files; limited to 0..100.
+    /// Value: integer, slider 0 to 100, default 90.
+    void put_JpegQuality(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("JpegQuality");
+        call("JpegQuality", member, to_value(Value));
+    }
+    /// A file was dropped on the control; nothing is loaded.
+    std::int32_t on_OnDropFile(std::function<void(std::string_view FileName)> handler) {
+        return on("OnDropFile", [handler = std::move(handler)](const pixvane_value* values, std::size_t) {
+            handler(text_of(values[0]));
+        });
+    }
+
+    // ---- History ----
+
+    /// Goes back one step of the history.
+    void Undo() {
+        static const std::int32_t member = pixvane_find_member("Undo");
+        call("Undo", member);
+    }
+    /// Goes forward again to a step that was undone.
+    void Redo() {
+        static const std::int32_t member = pixvane_find_member("Redo");
+        call("Redo", member);
+    }
+    /// Whether Undo would go back.
+    bool UndoEnable() {
+        static const std::int32_t member = pixvane_find_member("UndoEnable");
+        return call("UndoEnable", member).i != 0;
+    }
+    /// Whether Redo would go forward.
+    bool RedoEnable() {
+        static const std::int32_t member = pixvane_find_member("RedoEnable");
+        return call("RedoEnable", member).i != 0;
+    }
+    /// Whether the picture was edited since it was made, loaded or saved.
+    bool Modified() {
+        static const std::int32_t member = pixvane_find_member("Modified");
+        return call("Modified", member).i != 0;
+    }
+
+    // ---- Histograms and arrays ----
+
+    /// Counts of the 256 values of red; null when empty.
+    std::vector<std::int32_t> GetRHistogram() {
+        static const std::int32_t member = pixvane_find_member("GetRHistogram");
+        const pixvane_value result = call("GetRHistogram", member);
+        return take<std::vector<std::int32_t>>("GetRHistogram", result);
+    }
+    /// Counts of the 256 values of green; null when empty.
+    std::vector<std::int32_t> GetGHistogram() {
+        static const std::int32_t member = pixvane_find_member("GetGHistogram");
+        const pixvane_value result = call("GetGHistogram", member);
+        return take<std::vector<std::int32_t>>("GetGHistogram", result);
+    }
+    /// Counts of the 256 values of blue; null when empty.
+    std::vector<std::int32_t> GetBHistogram() {
+        static const std::int32_t member = pixvane_find_member("GetBHistogram");
+        const pixvane_value result = call("GetBHistogram", member);
+        return take<std::vector<std::int32_t>>("GetBHistogram", result);
+    }
+    /// Counts of the 256 values of luminance; null when empty.
+    std::vector<std::int32_t> GetLHistogram() {
+        static const std::int32_t member = pixvane_find_member("GetLHistogram");
+        const pixvane_value result = call("GetLHistogram", member);
+        return take<std::vector<std::int32_t>>("GetLHistogram", result);
+    }
+    /// The pixels as bytes B, G, R, A, rows top first; null when empty.
+    std::optional<std::vector<std::uint8_t>> GetImageArray() {
+        static const std::int32_t member = pixvane_find_member("GetImageArray");
+        const pixvane_value result = call("GetImageArray", member);
+        if (result.kind == PIXVANE_NULL) return std::nullopt;
+        return take<std::vector<std::uint8_t>>("GetImageArray", result);
+    }
+    /// Makes pixels the picture: bytes B, G, R, A, rows top first, from 2 x 2 up.
+    /// Width: integer, 2 to 65535.
+    /// Height: integer, 2 to 65535.
+    bool LoadFromImageArray(View<std::uint8_t> pArray, std::int32_t Width, std::int32_t Height) {
+        static const std::int32_t member = pixvane_find_member("LoadFromImageArray");
+        return call("LoadFromImageArray", member, to_value(pArray), to_value(Width), to_value(Height)).i != 0;
+    }
+
+    // ---- Colours ----
+
+    /// Turns the picture grey by luma.
+    void Desaturate() {
+        static const std::int32_t member = pixvane_find_member("Desaturate");
+        call("Desaturate", member);
+    }
+    /// Colour strength in percent.
+    /// nValue: integer, slider -400 to 400, default 130.
+    void Saturate(std::int32_t nValue) {
+        static const std::int32_t member = pixvane_find_member("Saturate");
+        call("Saturate", member, to_value(nValue));
+    }
+    /// Stretches each channel on its own, which takes a cast away.
+    void Autocolor() {
+        static const std::int32_t member = pixvane_find_member("Autocolor");
+        call("Autocolor", member);
+    }
+    /// Contrast in percent, around the middle grey.
+    /// nValue: integer, slider -400 to 400, default 120.
+    void Contrast(std::int32_t nValue) {
+        static const std::int32_t member = pixvane_find_member("Contrast");
+        call("Contrast", member, to_value(nValue));
+    }
+    /// Adds to each channel.
+    /// nRed: integer, slider -255 to 255, default 20.
+    /// nGreen: integer, slider -255 to 255, default 20.
+    /// nBlue: integer, slider -255 to 255, default 20.
+    void Brightness(std::int32_t nRed, std::int32_t nGreen, std::int32_t nBlue) {
+        static const std::int32_t member = pixvane_find_member("Brightness");
+        call("Brightness", member, to_value(nRed), to_value(nGreen), to_value(nBlue));
+    }
+    /// Multiplies each channel, in percent.
+    /// nRedVal: integer, at least 0, slider 0 to 400, default 110.
+    /// nGreenVal: integer, at least 0, slider 0 to 400, default 110.
+    /// nBlueVal: integer, at least 0, slider 0 to 400, default 110.
+    void Lightness(std::int32_t nRedVal, std::int32_t nGreenVal, std::int32_t nBlueVal) {
+        static const std::int32_t member = pixvane_find_member("Lightness");
+        call("Lightness", member, to_value(nRedVal), to_value(nGreenVal), to_value(nBlueVal));
+    }
+    /// Warms (above 0) or cools the colours, in percent.
+    /// nVal: integer, -100 to 100, slider -100 to 100, default 10.
+    void Temperature(std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("Temperature");
+        call("Temperature", member, to_value(nVal));
+    }
+    /// Adds random noise: type 0 the same to all channels, others to each its own.
+    /// nType: integer, slider 0 to 1, default 0.
+    /// nVal: integer, slider 0 to 255, default 30.
+    void Noise(std::int32_t nType, std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("Noise");
+        call("Noise", member, to_value(nType), to_value(nVal));
+    }
+    /// Turns the picture into its negative.
+    void Invert() {
+        static const std::int32_t member = pixvane_find_member("Invert");
+        call("Invert", member);
+    }
+    /// Two colours: the first where the mean of the channels is above the level.
+    /// nLevel: integer, slider 0 to 255, default 127.
+    /// Color1: color, default 0xFFFFFF.
+    /// Color2: color, default 0x000000.
+    void Monochrome(std::int32_t nLevel, std::uint32_t Color1, std::uint32_t Color2) {
+        static const std::int32_t member = pixvane_find_member("Monochrome");
+        call("Monochrome", member, to_value(nLevel), pixvane_color(Color1), pixvane_color(Color2));
+    }
+    /// Tones the picture by a colour.
+    /// R: integer, 0 to 255, slider 0 to 255, default 160.
+    /// G: integer, 0 to 255, slider 0 to 255, default 133.
+    /// B: integer, 0 to 255, slider 0 to 255, default 107.
+    void Hue(std::int32_t R, std::int32_t G, std::int32_t B) {
+        static const std::int32_t member = pixvane_find_member("Hue");
+        call("Hue", member, to_value(R), to_value(G), to_value(B));
+    }
+    /// Tones the picture brown like an old photograph.
+    void Sepia() {
+        static const std::int32_t member = pixvane_find_member("Sepia");
+        call("Sepia", member);
+    }
+    /// Grey in a number of steps.
+    /// Colors: integer, 2 to 256, slider 2 to 256, default 4.
+    void BWLevels(std::int32_t Colors) {
+        static const std::int32_t member = pixvane_find_member("BWLevels");
+        call("BWLevels", member, to_value(Colors));
+    }
+    /// Sets the levels of each channel from its histogram.
+    void Autolevels() {
+        static const std::int32_t member = pixvane_find_member("Autolevels");
+        call("Autolevels", member);
+    }
+    /// Sets common levels from the histogram of all channels.
+    void Autocontrast() {
+        static const std::int32_t member = pixvane_find_member("Autocontrast");
+        call("Autocontrast", member);
+    }
+    /// Gamma curve: below 1 brightens, above 1 darkens.
+    /// Level: double, at least 0.02, slider 0.1 to 5, default 0.8.
+    void Gamma(double Level) {
+        static const std::int32_t member = pixvane_find_member("Gamma");
+        call("Gamma", member, to_value(Level));
+    }
+
+    // ---- Canvas ----
+
+    /// Fills the picture with BitmapBackColor.
+    void ClearImage() {
+        static const std::int32_t member = pixvane_find_member("ClearImage");
+        call("ClearImage", member);
+    }
+    /// Cuts or enlarges the canvas on the right and at the bottom, without scaling.
+    /// Width: integer, 1 to 65535, slider 1 to 8000, default 800.
+    /// Height: integer, 1 to 65535, slider 1 to 8000, default 600.
+    void SetNewSize(std::int32_t Width, std::int32_t Height) {
+        static const std::int32_t member = pixvane_find_member("SetNewSize");
+        call("SetNewSize", member, to_value(Width), to_value(Height));
+    }
+    /// Turns clockwise by nType quarter turns; from 4 on, then flips left to right.
+    /// nType: integer, 0 to 7, slider 0 to 7, default 1.
+    void RotateFlip(std::int32_t nType) {
+        static const std::int32_t member = pixvane_find_member("RotateFlip");
+        call("RotateFlip", member, to_value(nType));
+    }
+    /// Adds a border of one colour.
+    /// Width: integer, 1 to 65535, slider 1 to 200, default 16.
+    /// Color: color, default 0xFFFFFF.
+    void AddSimpleBorder(std::int32_t Width, std::uint32_t Color) {
+        static const std::int32_t member = pixvane_find_member("AddSimpleBorder");
+        call("AddSimpleBorder", member, to_value(Width), pixvane_color(Color));
+    }
+
+    // ---- View ----
+
+    /// Window pixels for each pixel of the picture.
+    double Zoom() {
+        static const std::int32_t member = pixvane_find_member("Zoom");
+        return call("Zoom", member).d;
+    }
+    /// Zooms in by one tenth, from below 8 only.
+    void ZoomIn() {
+        static const std::int32_t member = pixvane_find_member("ZoomIn");
+        call("ZoomIn", member);
+    }
+    /// Zooms out by the same step, from above 0.1 only.
+    void ZoomOut() {
+        static const std::int32_t member = pixvane_find_member("ZoomOut");
+        call("ZoomOut", member);
+    }
+    /// Zooms to 1.0 (to 0.1 from below it, to 16.0 from above it).
+    void ActialSize() {
+        static const std::int32_t member = pixvane_find_member("ActialSize");
+        call("ActialSize", member);
+    }
+    /// Zooms so that the picture fits the window.
+    void ZoomToFit() {
+        static const std::int32_t member = pixvane_find_member("ZoomToFit");
+        call("ZoomToFit", member);
+    }
+    /// Whether a resize of the window fits the picture anew.
+    bool AutoResize() {
+        static const std::int32_t member = pixvane_find_member("AutoResize");
+        return call("AutoResize", member).i != 0;
+    }
+    /// Whether a resize of the window fits the picture anew.
+    /// Value: boolean, default false.
+    void put_AutoResize(bool Value) {
+        static const std::int32_t member = pixvane_find_member("AutoResize");
+        call("AutoResize", member, to_value(Value));
+    }
+    /// Colour around the picture.
+    std::uint32_t BackColor1() {
+        static const std::int32_t member = pixvane_find_member("BackColor1");
+        return static_cast<std::uint32_t>(call("BackColor1", member).i);
+    }
+    /// Colour around the picture.
+    /// Value: color, default 0x8B0000.
+    void put_BackColor1(std::uint32_t Value) {
+        static const std::int32_t member = pixvane_find_member("BackColor1");
+        call("BackColor1", member, pixvane_color(Value));
+    }
+    /// Colour of the frame around the picture.
+    std::uint32_t FrameColor() {
+        static const std::int32_t member = pixvane_find_member("FrameColor");
+        return static_cast<std::uint32_t>(call("FrameColor", member).i);
+    }
+    /// Colour of the frame around the picture.
+    /// Value: color, default 0xD3D3D3.
+    void put_FrameColor(std::uint32_t Value) {
+        static const std::int32_t member = pixvane_find_member("FrameColor");
+        call("FrameColor", member, pixvane_color(Value));
+    }
+    /// Suspends repainting until EndUpdate.
+    void BeginUpdate() {
+        static const std::int32_t member = pixvane_find_member("BeginUpdate");
+        call("BeginUpdate", member);
+    }
+    /// Repaints, and goes on repainting; one ends any number of BeginUpdate.
+    void EndUpdate() {
+        static const std::int32_t member = pixvane_find_member("EndUpdate");
+        call("EndUpdate", member);
+    }
+    // clang-format on
+};
+
+}  // namespace pixvane
