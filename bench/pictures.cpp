@@ -62,8 +62,8 @@ Picture photograph(std::int32_t width, std::int32_t height) {
     Picture picture{
         width, height,
         std::vector<std::uint32_t>(static_cast<std::size_t>(width) * static_cast<std::size_t>(height))};
-    constexpr std::array<std::int32_t, 7> kCells = {1024, 400, 150, 60, 23, 9, 4};
-    constexpr std::array<float, 7> kStrengths = {46, 34, 22, 13, 8, 5, 3};
+    constexpr std::array<std::int32_t, 9> kCells = {1024, 400, 150, 60, 23, 9, 5, 3, 2};
+    constexpr std::array<float, 9> kStrengths = {46, 34, 22, 14, 14, 20, 26, 30, 28};
     std::vector<NoiseRow> light;
     for (std::uint32_t i = 0; i < kCells.size(); ++i) light.emplace_back(width, kCells[i], i);
     NoiseRow warm(width, 700, 21);
@@ -81,14 +81,14 @@ Picture photograph(std::int32_t width, std::int32_t height) {
             const bool sky = down < 0.42f + 0.1f * ridge.at(x);
             float value = sky ? 175 - 60 * down : 110 - 30 * down;
             for (std::size_t i = 0; i < light.size(); ++i)
-                value += kStrengths[i] * light[i].at(x) * (sky ? (i < 3 ? 0.6f : 0.1f) : 1.0f);
+                value += kStrengths[i] * light[i].at(x) * (sky ? (i < 3 ? 0.6f : 0.13f) : 1.0f);
             const float w = 22 * warm.at(x) + (sky ? -14.0f : 8.0f);
             const float t = 14 * tint.at(x);
             const auto gx = static_cast<std::uint32_t>(x);
             const auto gy = static_cast<std::uint32_t>(y);
-            const std::uint32_t red = byte(value + w + 1.6f * grain(gx, gy, 0));
-            const std::uint32_t green = byte(value + t + 1.2f * grain(gx, gy, 1));
-            const std::uint32_t blue = byte(value - w + 1.8f * grain(gx, gy, 2));
+            const std::uint32_t red = byte(value + w + 2.2f * grain(gx, gy, 0));
+            const std::uint32_t green = byte(value + t + 1.7f * grain(gx, gy, 1));
+            const std::uint32_t blue = byte(value - w + 2.5f * grain(gx, gy, 2));
             *pixel++ = 0xFF000000u | red << 16 | green << 8 | blue;
         }
     }

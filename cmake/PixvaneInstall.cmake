@@ -1,6 +1,13 @@
 # What `cmake --install` lays down: library, headers, command line, Python package, and how others find them.
 include(CMakePackageConfigHelpers)
 
+# pixvane_way(OUT FROM TO): how one installed folder is reached from another, wherever the prefix is.
+function(pixvane_way out from to)
+  file(RELATIVE_PATH way /prefix/${from} /prefix/${to})
+  string(REGEX REPLACE "/$" "" way "${way}")
+  set(${out} ${way} PARENT_SCOPE)
+endfunction()
+
 # The library, under its versioned name, and the development files.
 install(TARGETS pixvane EXPORT PixvaneTargets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
@@ -26,15 +33,13 @@ install(FILES
   DESTINATION ${PIXVANE_CMAKE_DIR})
 
 # pkg-config. The prefix is told from where the file lies, so that the tree may be moved.
-file(RELATIVE_PATH PIXVANE_PC_TO_PREFIX
-  /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+pixvane_way(PIXVANE_PC_TO_PREFIX ${CMAKE_INSTALL_LIBDIR}/pkgconfig .)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/pixvane.pc.in ${PROJECT_BINARY_DIR}/install/pixvane.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/install/pixvane.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 # The command line finds the library from where it lies itself.
 if(TARGET pixvane-cli)
-  file(RELATIVE_PATH PIXVANE_BIN_TO_LIB
-    /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
+  pixvane_way(PIXVANE_BIN_TO_LIB ${CMAKE_INSTALL_BINDIR} ${CMAKE_INSTALL_LIBDIR})
   set_target_properties(pixvane-cli PROPERTIES INSTALL_RPATH "$ORIGIN/${PIXVANE_BIN_TO_LIB}")
   install(TARGETS pixvane-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
@@ -59,8 +64,7 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/hosts/python/pixvane
   FILES_MATCHING PATTERN "*.py" PATTERN "*.pyi" PATTERN "py.typed"
   PATTERN "__pycache__" EXCLUDE
   PATTERN "_location.py" EXCLUDE)
-file(RELATIVE_PATH PIXVANE_PYTHON_TO_LIB
-  /prefix/${PIXVANE_PYTHON_DIR}/pixvane /prefix/${CMAKE_INSTALL_LIBDIR})
+pixvane_way(PIXVANE_PYTHON_TO_LIB ${PIXVANE_PYTHON_DIR}/pixvane ${CMAKE_INSTALL_LIBDIR})
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/install/_location.py @ONLY CONTENT
 [=["""Where the shared library lies, from this folder."""
 # SPDX-License-Identifier: MIT
