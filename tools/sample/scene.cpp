@@ -29,12 +29,12 @@ Scene::Scene(int width, int height)
       height_(height),
       pixel_(1.0f / static_cast<float>(height)),
       aspect_(static_cast<float>(width) / static_cast<float>(height)) {
-    add_range({{}, {0.36f, 0.42f, 0.56f}, {0.74f, 0.66f, 0.62f}, 0.58f, 9.0f, 0.44f, 100}, 0.57f, 0.30f,
+    add_range({{}, {0.30f, 0.37f, 0.53f}, {0.80f, 0.69f, 0.62f}, 0.42f, 9.0f, 0.52f, 100}, 0.57f, 0.30f,
               1.5f);
-    add_range({{}, {0.17f, 0.23f, 0.34f}, {0.50f, 0.46f, 0.42f}, 0.34f, 12.0f, 0.0f, 200}, 0.61f, 0.24f,
+    add_range({{}, {0.13f, 0.20f, 0.31f}, {0.58f, 0.50f, 0.42f}, 0.26f, 12.0f, 0.0f, 200}, 0.62f, 0.26f,
               2.0f);
-    add_range({{}, {0.07f, 0.13f, 0.15f}, {0.24f, 0.28f, 0.19f}, 0.15f, 18.0f, 0.0f, 300}, 0.64f, 0.15f,
-              2.6f);
+    add_range({{}, {0.05f, 0.11f, 0.12f}, {0.34f, 0.37f, 0.20f}, 0.12f, 18.0f, 0.0f, 300}, 0.65f, 0.20f,
+              2.3f);
     add_forest();
     meadow_.resize(static_cast<std::size_t>(width));
     for (int x = 0; x < width; ++x) {
@@ -171,16 +171,16 @@ void Scene::paint_meadow(int x, float u, float v, Rgb& color) const {
     const float patches = fractal(u * 9.0f, v * 16.0f, 4, 740);
     Rgb grass =
         mix({0.055f, 0.110f, 0.030f}, {0.46f, 0.50f, 0.14f}, std::clamp(0.42f + 0.85f * blades, 0.0f, 1.0f));
-    grass = mix(grass, {0.42f, 0.31f, 0.13f}, smooth_step(0.05f, 0.5f, patches));
+    grass = mix(grass, added(scaled(grass, 0.6f), {0.16f, 0.12f, 0.02f}), smooth_step(0.0f, 0.5f, patches));
 
     // Flowers stand on a lattice, each off its place by its own amount, none on most.
-    const float cells = 58.0f * fine;
+    const float cells = 34.0f * fine;
     const auto cx = static_cast<std::int32_t>(std::floor(u * cells)),
                cy = static_cast<std::int32_t>(std::floor(v * cells));
-    if (unit_hash(cx, cy, 750) > 0.80f && patches < 0.25f) {
+    if (unit_hash(cx, cy, 750) > 0.72f && patches < 0.25f) {
         const float fx = u * cells - static_cast<float>(cx) - (0.3f + 0.4f * unit_hash(cx, cy, 751));
         const float fy = v * cells - static_cast<float>(cy) - (0.3f + 0.4f * unit_hash(cx, cy, 752));
-        const float bloom = smooth_step(0.20f, 0.12f, std::sqrt(fx * fx + 1.8f * fy * fy));
+        const float bloom = smooth_step(0.17f, 0.12f, std::sqrt(fx * fx + 1.8f * fy * fy));
         const float kind = unit_hash(cx, cy, 753);
         const Rgb petal = kind < 0.4f    ? Rgb{0.90f, 0.18f, 0.12f}
                           : kind < 0.75f ? Rgb{0.95f, 0.78f, 0.16f}
