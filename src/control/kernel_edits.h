@@ -2,25 +2,48 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <mutex>
+
 #include "core/edit.h"
 #include "core/image_store.h"
 #include "core/parallel_rows.h"
 
 namespace pixvane {
 
-/// A kernel(source, target) whose every row depends on the same row alone; it may run on several bands at
-/// once and must not throw.
+/// Runs a kernel(source, target) whose every row depends on the same row alone; it may run on several bands
+/// at once and must not throw.
 template <class Kernel>
-void edit_rows(ImageStore& store, double nanosecondsPerPixel, Kernel kernel) {
-    Edit edit(store);
-    if (!edit) return;
+void run_rows(Edit& edit, double nanosecondsPerPixel, Kernel kernel) {
     const ConstPixelBuffer source = edit.source();
     const PixelBuffer target = edit.target();
     parallel_rows(source.height, source.width * nanosecondsPerPixel,
                   [&](std::int32_t first, std::int32_t last) {
                       kernel(source.rows(first, last), target.rows(first, last));
                   });
+}
+
+/// The whole command that such a kernel makes.
+template <class Kernel>
+void edit_rows(ImageStore& store, double nanosecondsPerPixel, Kernel kernel) {
+    Edit edit(store);
+    if (!edit) return;
+    run_rows(edit, nanosecondsPerPixel, kernel);
     edit.commit();
+}
+
+/// Statistics of a picture, gathered from its bands and added up by +=; the order must not matter.
+template <class Statistics>
+Statistics gather_rows(ConstPixelBuffer source, double nanosecondsPerPixel,
+                       Statistics (*gather)(ConstPixelBuffer)) {
+    Statistics all;
+    std::mutex mutex;
+    parallel_rows(source.height, source.width * nanosecondsPerPixel,
+                  [&](std::int32_t first, std::int32_t last) {
+                      const Statistics part = gather(source.rows(first, last));
+                      const std::lock_guard lock(mutex);
+                      all += part;
+                  });
+    return all;
 }
 
 /// A kernel(source, target) that wants the whole picture.

@@ -1,7 +1,6 @@
 // The table's rows of colour adjustments.
 // SPDX-License-Identifier: MIT
 #include <cmath>
-#include <cstdlib>
 
 #include "control/kernel_edits.h"
 #include "control/member_table.h"
@@ -10,8 +9,10 @@
 namespace pixvane {
 namespace {
 
-// Estimates for the division among threads: a pass at the speed of memory, and one that computes.
-constexpr double kPass = 0.4;  // nanoseconds a pixel
+// Estimates for the division among threads, in nanoseconds a pixel.
+constexpr double kPass = 0.4;  // as fast as memory
+constexpr double kCount = 1.0;
+constexpr double kDraw = 1.5;
 
 bool is_byte(std::int32_t value) { return value >= 0 && value <= 255; }
 
@@ -21,7 +22,20 @@ void saturate(ImageStore& store, std::int32_t percent) {
     edit_rows(store, kPass, [=](auto source, auto target) { filters::saturate(source, target, percent); });
 }
 
-void autocolor(ImageStore& store) { edit_whole(store, filters::autocolor); }
+/// A correction by statistics: gathered in a first pass, made into tables, applied in a second.
+template <class Statistics>
+void edit_by_statistics(ImageStore& store, Statistics (*gather)(ConstPixelBuffer),
+                        filters::ChannelTables (*make_tables)(const Statistics&)) {
+    Edit edit(store);
+    if (!edit) return;
+    const filters::ChannelTables tables = make_tables(gather_rows(edit.source(), kCount, gather));
+    run_rows(edit, kPass, [&](auto source, auto target) { filters::apply_tables(source, target, tables); });
+    edit.commit();
+}
+
+void autocolor(ImageStore& store) {
+    edit_by_statistics(store, filters::channel_ranges, filters::autocolor_tables);
+}
 
 void contrast(ImageStore& store, std::int32_t percent) {
     edit_rows(store, kPass, [=](auto source, auto target) { filters::contrast(source, target, percent); });
@@ -43,11 +57,23 @@ void temperature(ImageStore& store, std::int32_t percent) {
     edit_rows(store, kPass, [=](auto source, auto target) { filters::temperature(source, target, percent); });
 }
 
-// The draws follow one another through the whole picture.
+// The draws follow one another through the whole picture: each band starts where the one before it will end.
 void noise(ImageStore& store, std::int32_t type, std::int32_t amount) {
-    edit_whole(store, [=](auto source, auto target) {
-        filters::noise(source, target, type == 0, amount, thread_random());
+    Edit edit(store);
+    if (!edit) return;
+    const bool sameForAll = type == 0;
+    const RandomGenerator start = thread_random();
+    const Pixel* first = edit.source().data;
+    const auto draws_before = [&](const Pixel* pixel) {
+        return static_cast<std::uint64_t>(pixel - first) * filters::noise_draws(sameForAll);
+    };
+    run_rows(edit, kDraw, [&](auto source, auto target) {
+        RandomGenerator random = start;
+        random.jump(draws_before(source.data));
+        filters::noise(source, target, sameForAll, amount, random);
     });
+    thread_random().jump(draws_before(first + edit.source().count()));
+    edit.commit();
 }
 
 void invert(ImageStore& store) { edit_rows(store, kPass, filters::invert); }
@@ -71,9 +97,13 @@ void bw_levels(ImageStore& store, std::int32_t colors) {
     edit_rows(store, kPass, [=](auto source, auto target) { filters::bw_levels(source, target, colors); });
 }
 
-void autolevels(ImageStore& store) { edit_whole(store, filters::autolevels); }
+void autolevels(ImageStore& store) {
+    edit_by_statistics(store, filters::channel_histograms, filters::autolevels_tables);
+}
 
-void autocontrast(ImageStore& store) { edit_whole(store, filters::autocontrast); }
+void autocontrast(ImageStore& store) {
+    edit_by_statistics(store, filters::channel_histograms, filters::autocontrast_tables);
+}
 
 void gamma(ImageStore& store, double level) {
     if (!std::isfinite(level) || level < 0.02) return;
