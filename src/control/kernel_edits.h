@@ -31,6 +31,19 @@ void edit_rows(ImageStore& store, double nanosecondsPerPixel, Kernel kernel) {
     edit.commit();
 }
 
+/// A command made of a kernel(source, target, first, last) that writes rows first..last of the whole target
+/// and reads what it likes of the whole source; it may run on several bands at once and must not throw.
+template <class Kernel>
+void edit_area(ImageStore& store, double nanosecondsPerPixel, Kernel kernel) {
+    Edit edit(store);
+    if (!edit) return;
+    const ConstPixelBuffer source = edit.source();
+    const PixelBuffer target = edit.target();
+    parallel_rows(source.height, source.width * nanosecondsPerPixel,
+                  [&](std::int32_t first, std::int32_t last) { kernel(source, target, first, last); });
+    edit.commit();
+}
+
 /// Statistics of a picture, gathered from its bands and added up by +=; the order must not matter.
 template <class Statistics>
 Statistics gather_rows(ConstPixelBuffer source, double nanosecondsPerPixel,

@@ -10,7 +10,7 @@ namespace {
 
 std::vector<Row> join_rows() {
     std::vector<Row> all;
-    for (auto part : {document_rows, adjust_rows, geometry_rows, view_rows})
+    for (auto part : {document_rows, adjust_rows, area_rows, effect_rows, geometry_rows, view_rows})
         for (Row& row : part()) all.push_back(std::move(row));
     return all;
 }

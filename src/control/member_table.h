@@ -34,6 +34,8 @@ struct Arg {
 };
 
 enum class MemberType : std::int32_t { Method, Property, Event };
+/// When a command is recorded: before it runs, whatever comes of it; or after it, if it ran.
+enum class Records { Before, IfRun };
 enum class Status { Ok, Count, Type };
 
 /// A pointer to a member function of CPixvane, its signature put away.
@@ -64,7 +66,8 @@ struct Row {
     const char* category;
     const char* help;
     Kind result = Kind::Null;
-    bool edits = false;               ///< a command: recorded, undoable
+    bool edits = false;  ///< a command: recorded, undoable
+    Records records = Records::Before;
     std::int32_t macroCode = -1;      ///< of its recorded step
     std::vector<Arg> arguments = {};  ///< of a property: the one of its put, if it has one
 
@@ -97,13 +100,18 @@ decltype(auto) apply_values([[maybe_unused]] std::span<const Value> values, Func
     return function(Wire<A>::get(values[I])...);
 }
 
-/// The pipeline of every command.
-template <class... A>
+/// The pipeline of every command. `R` is bool if the command tells whether it ran, else void.
+template <class R, class... A>
 Result call_command(const Row& row, CPixvane& control, std::span<const Value> values) {
-    const auto run = reinterpret_cast<void (*)(ImageStore&, A...)>(row.run);
-    control.record(row, values);
-    apply_values<A...>(
-        values, [&](A... a) { run(control.store(), a...); }, std::index_sequence_for<A...>());
+    const auto function = reinterpret_cast<R (*)(ImageStore&, A...)>(row.run);
+    const auto run = [&](A... a) { return function(control.store(), a...); };
+    if (row.records == Records::Before) control.record(row, values);
+    if constexpr (std::is_same_v<R, bool>) {
+        const bool ran = apply_values<A...>(values, run, std::index_sequence_for<A...>());
+        if (ran && row.records == Records::IfRun) control.record(row, values);
+    } else {
+        apply_values<A...>(values, run, std::index_sequence_for<A...>());
+    }
     control.Repaint();
     return {};
 }
@@ -140,16 +148,18 @@ std::vector<Arg> with_kinds(std::initializer_list<Arg> arguments) {
 
 }  // namespace detail
 
-/// A command on the picture: recorded under `macroCode`, then run, then shown.
-template <class... A>
-Row command(const char* name, std::int32_t macroCode, void (*run)(ImageStore&, A...), const char* category,
+/// A command on the picture: recorded under `macroCode`, then run, then shown. One that returns a bool tells
+/// whether it ran, and is recorded after its run and only if it did.
+template <class R, class... A>
+Row command(const char* name, std::int32_t macroCode, R (*run)(ImageStore&, A...), const char* category,
             const char* help, std::initializer_list<Arg> arguments = {}) {
     Row row{name, MemberType::Method, category, help};
     row.edits = true;
     row.macroCode = macroCode;
     row.arguments = detail::with_kinds<A...>(arguments);
     row.run = reinterpret_cast<Row::FreeFunction>(run);
-    row.callThunk = &detail::call_command<A...>;
+    row.callThunk =
+        std::is_same_v<R, bool> ? &detail::call_command_if_run<A...> : &detail::call_command<A...>;
     return row;
 }
 
@@ -196,6 +206,8 @@ Row event(const char* name, const char* category, const char* help,
 // The parts of the table, one file each.
 std::vector<Row> document_rows();
 std::vector<Row> adjust_rows();
+std::vector<Row> area_rows();
+std::vector<Row> effect_rows();
 std::vector<Row> geometry_rows();
 std::vector<Row> view_rows();
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -34,8 +35,9 @@ struct Result {
     std::shared_ptr<const void> owner;
 };
 
-/// Bytes that may be absent, which is not the same as none.
+/// Bytes or numbers that may be absent, which is not the same as none.
 using MaybeBytes = std::optional<ByteSpan>;
+using MaybeNumbers = std::optional<std::span<const std::int32_t>>;
 
 /// How a parameter type travels: its kind, and its value out of a Value of a kind that fits.
 template <class T>
@@ -74,14 +76,22 @@ struct Wire<MaybeBytes> {
         return ByteSpan{static_cast<const std::uint8_t*>(v.data), v.size};
     }
 };
+template <>
+struct Wire<MaybeNumbers> {
+    static constexpr Kind kind = Kind::Int32Array;
+    static MaybeNumbers get(const Value& v) {
+        if (v.kind == Kind::Null || v.data == nullptr) return std::nullopt;
+        return std::span{static_cast<const std::int32_t*>(v.data), v.size};
+    }
+};
 
 /// Whether a value may stand where `wanted` is: its own kind, an integer for a double or a colour, and
-/// nothing for bytes.
+/// nothing for bytes or numbers.
 constexpr bool fits(Kind wanted, Kind given) {
     if (wanted == given) return true;
     if (given == Kind::Int32) return wanted == Kind::Double || wanted == Kind::Color;
     if (given == Kind::Color) return wanted == Kind::Int32;
-    return given == Kind::Null && wanted == Kind::Bytes;
+    return given == Kind::Null && (wanted == Kind::Bytes || wanted == Kind::Int32Array);
 }
 
 /// How a result type travels. `kind` is what it is when there is something to return.

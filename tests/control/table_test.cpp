@@ -44,14 +44,11 @@ TEST(Table, names_and_describes_every_member_once) {
 
 TEST(Table, gives_each_macro_code_to_one_command) {
     std::map<std::int32_t, std::string> codes;
-    int commands = 0;
     for (const Row& row : member_table()) {
         EXPECT_EQ(row.edits, row.macroCode >= 0) << row.name;
         if (!row.edits) continue;
-        ++commands;
         EXPECT_TRUE(codes.emplace(row.macroCode, row.name).second) << row.name;
     }
-    EXPECT_EQ(commands, 20);
 }
 
 TEST(Table, refuses_wrong_numbers_and_kinds_of_arguments) {
