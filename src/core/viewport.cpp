@@ -16,7 +16,8 @@ constexpr double kStepInBelow = 8.0;
 constexpr double kStepOutAbove = 0.1;
 constexpr double kLowestSetZoom = 0.1;
 constexpr double kHighestSetZoom = 16.0;
-constexpr std::int32_t kFitMargins = 8;  // 4 pixels on each side
+constexpr std::int32_t kFitMargin = 4;  // pixels on each side
+constexpr std::int32_t kFitMargins = 2 * kFitMargin;
 // One zoom change can't take more steps than lie between its ends.
 constexpr std::int32_t kMostSteps = 100;
 
@@ -60,7 +61,8 @@ std::int32_t to_window(double zoom, std::int32_t position, std::int32_t anchor, 
         if ((std::int64_t{client} + 1) % 2 != 0) start = add(start, -1);
         return saturate_to_int32(std::int64_t{start} + position + 1);
     }
-    return trunc_to_int32(anchor - (size / 2) * zoom + position * zoom);
+    const std::int32_t half = size / 2;
+    return trunc_to_int32(anchor - half * zoom + position * zoom);
 }
 
 /// The anchor moved by `step`, or as it was if the picture would uncover background.
@@ -158,7 +160,8 @@ void Viewport::ZoomToFit() {
     if (!has_image()) return;
     begin_zoom_change();
     zoom_ = (static_cast<double>(clientWidth_) - kFitMargins) / imageWidth_;
-    if (clientHeight_ / 2 - imageHeight_ * zoom_ * 0.5 < kFitMargins / 2)
+    const std::int32_t middle = clientHeight_ / 2;
+    if (middle - imageHeight_ * zoom_ * 0.5 < kFitMargin)
         zoom_ = (static_cast<double>(clientHeight_) - kFitMargins) / imageHeight_;
     UpdateOverflow();
 }

@@ -44,9 +44,9 @@ public:
             across = std::max(across, info_.comp_info[i].h_samp_factor);
             down = std::max(down, info_.comp_info[i].v_samp_factor);
         }
-        const std::uint64_t blocks =
+        const std::int64_t blocks =
             (size().width + 8 * across - 1) / (8 * across) * ((size().height + 8 * down - 1) / (8 * down));
-        return blocks / 8 <= bytes;
+        return static_cast<std::uint64_t>(blocks) / 8 <= bytes;
     }
 
     /// Fills the bitmap; what the file doesn't have stays grey. False if it has nothing.
