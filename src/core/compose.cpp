@@ -3,7 +3,9 @@
 #include "core/compose.h"
 
 #include <algorithm>
-#include <cstring>
+
+#include "core/pixel_rows.h"
+#include "core/streaming.h"
 
 namespace pixvane {
 namespace {
@@ -39,29 +41,58 @@ Pixel source_over(Pixel destination, Pixel source) {
                       blend(blue_of(destination), blue_of(source)));
 }
 
-void fill(PixelBuffer target, Pixel value) { std::fill_n(target.data, target.count(), value); }
+void fill(PixelBuffer target, Pixel value) {
+    const bool streaming = target.bytes() >= kStreamingBytes;
+    fill_row(target.data, target.count(), value, streaming);
+    finish_rows(streaming);
+}
 
 void copy(PixelBuffer target, ConstPixelBuffer source) {
-    std::memcpy(target.data, source.data, source.bytes());
+    const bool streaming = target.bytes() >= kStreamingBytes;
+    copy_row(target.data, source.data, target.count(), streaming);
+    finish_rows(streaming);
 }
 
 void draw_over(PixelBuffer target, ConstPixelBuffer source, std::int32_t x, std::int32_t y) {
     const Clip columns = clip(x, source.width, target.width);
     const Clip rows = clip(y, source.height, target.height);
-    for (std::int32_t i = 0; i < rows.count; ++i) {
+    for (std::int32_t i = 0; columns.count > 0 && i < rows.count; ++i) {
         const Pixel* from = source.row(rows.first + i) + columns.first;
         Pixel* to = target.row(y + rows.first + i) + (x + columns.first);
-        for (std::int32_t j = 0; j < columns.count; ++j) to[j] = source_over(to[j], from[j]);
+        blend_row(to, from, static_cast<std::size_t>(columns.count));
     }
 }
 
 void flatten(PixelBuffer target, ConstPixelBuffer source, Pixel background) {
-    place(target, source, 0, 0, background);
+    const bool streaming = target.bytes() >= kStreamingBytes;
+    flatten_row(target.data, source.data, target.count(), background, streaming);
+    finish_rows(streaming);
 }
 
 void place(PixelBuffer target, ConstPixelBuffer source, std::int32_t x, std::int32_t y, Pixel background) {
-    fill(target, background);
-    draw_over(target, source, x, y);
+    const bool streaming = target.bytes() >= kStreamingBytes;
+    const Clip columns = clip(x, source.width, target.width);
+    const Clip rows = clip(y, source.height, target.height);
+    if (columns.count == 0 || rows.count == 0) {
+        fill(target, background);
+        return;
+    }
+    const auto width = static_cast<std::size_t>(target.width);
+    const auto left = static_cast<std::size_t>(x + columns.first);
+    const auto count = static_cast<std::size_t>(columns.count);
+    const std::int32_t top = y + rows.first;
+    // From the end of one row of the source to the start of the next one is one run of the background.
+    Pixel* to = target.data;
+    std::size_t gap = static_cast<std::size_t>(top) * width + left;
+    for (std::int32_t i = 0; i < rows.count; ++i) {
+        fill_row(to, gap, background, streaming);
+        to += gap;
+        flatten_row(to, source.row(rows.first + i) + columns.first, count, background, streaming);
+        to += count;
+        gap = width - count;
+    }
+    fill_row(to, static_cast<std::size_t>(target.data + target.count() - to), background, streaming);
+    finish_rows(streaming);
 }
 
 }  // namespace pixvane

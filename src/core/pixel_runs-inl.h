@@ -123,6 +123,23 @@ HWY_INLINE void copy_run(const Pixel* from, Pixel* to, std::size_t count, bool s
     transform_run(from, to, count, Unchanged(), streaming);
 }
 
+HWY_INLINE void fill_run(Pixel* to, std::size_t count, Pixel value, bool streaming) {
+    const PixelTag d;
+    const std::size_t lanes = hn::Lanes(d);
+    const PixelVec values = hn::Set(d, value);
+    std::size_t i = 0;
+    if (streaming) {
+        const std::size_t bytes = hn::Lanes(ByteTag());
+        const std::size_t lead =
+            (bytes - reinterpret_cast<std::uintptr_t>(to) % bytes) % bytes / sizeof(Pixel);
+        for (; i < lead && i < count; ++i) to[i] = value;
+        for (; i + lanes <= count; i += lanes) hn::Stream(values, d, to + i);
+    } else {
+        for (; i + lanes <= count; i += lanes) hn::StoreU(values, d, to + i);
+    }
+    for (; i < count; ++i) to[i] = value;
+}
+
 HWY_INLINE PixelVec opaque(PixelVec pixels) { return hn::Or(pixels, hn::Set(PixelTag(), kOpaque)); }
 
 // A channel of each pixel, 0..255.
@@ -134,10 +151,35 @@ HWY_INLINE PixelVec red_lanes(PixelVec p) {
     return hn::And(hn::ShiftRight<16>(p), hn::Set(PixelTag(), 0xFF));
 }
 
-// 0..255 in each lane to an opaque grey.
-HWY_INLINE PixelVec grey_pixels(PixelVec values) {
-    const PixelVec two = hn::Or(values, hn::ShiftLeft<8>(values));
-    return opaque(hn::Or(two, hn::ShiftLeft<16>(values)));
+// The low byte of each lane in all four.
+HWY_INLINE PixelVec low_byte_everywhere(PixelVec values) {
+    alignas(16) static constexpr std::uint8_t kFirst[16] = {0, 0, 0, 0, 4,  4,  4,  4,
+                                                            8, 8, 8, 8, 12, 12, 12, 12};
+    const ByteTag d;
+    return hn::BitCast(PixelTag(), hn::TableLookupBytes(hn::BitCast(d, values), hn::LoadDup128(d, kFirst)));
+}
+
+// The four bytes of each lane parted: within blocks of 16 bytes, first bytes before second bytes and so on.
+// Doing it twice undoes it.
+HWY_INLINE PixelVec bytes_turned(PixelVec v) {
+    alignas(16) static constexpr std::uint8_t kTurn[16] = {0, 4, 8,  12, 1, 5, 9,  13,
+                                                           2, 6, 10, 14, 3, 7, 11, 15};
+    const ByteTag d;
+    return hn::BitCast(PixelTag(), hn::TableLookupBytes(hn::BitCast(d, v), hn::LoadDup128(d, kTurn)));
+}
+
+// Within blocks of four lanes: lane i of vector j becomes lane j of vector i. Doing it twice undoes it.
+HWY_INLINE PixelQuad lanes_turned(const PixelQuad& q) {
+    const PixelTag d;
+    const hn::Repartition<std::uint64_t, PixelTag> wide;
+    const auto low01 = hn::BitCast(wide, hn::InterleaveLower(d, q.v0, q.v1));
+    const auto high01 = hn::BitCast(wide, hn::InterleaveUpper(d, q.v0, q.v1));
+    const auto low23 = hn::BitCast(wide, hn::InterleaveLower(d, q.v2, q.v3));
+    const auto high23 = hn::BitCast(wide, hn::InterleaveUpper(d, q.v2, q.v3));
+    return {hn::BitCast(d, hn::InterleaveLower(wide, low01, low23)),
+            hn::BitCast(d, hn::InterleaveUpper(wide, low01, low23)),
+            hn::BitCast(d, hn::InterleaveLower(wide, high01, high23)),
+            hn::BitCast(d, hn::InterleaveUpper(wide, high01, high23))};
 }
 
 }  // namespace pixvane::HWY_NAMESPACE

@@ -61,34 +61,14 @@ struct LookUpChannels {
     HWY_INLINE PixelQuad operator()(const PixelQuad& quad) const {
         const PixelTag d;
         const ByteTag bytes;
-        const PixelQuad parted =
-            transposed({turned(quad.v0), turned(quad.v1), turned(quad.v2), turned(quad.v3)});
+        const PixelQuad parted = lanes_turned(
+            {bytes_turned(quad.v0), bytes_turned(quad.v1), bytes_turned(quad.v2), bytes_turned(quad.v3)});
         const PixelVec b = hn::BitCast(d, blue(hn::BitCast(bytes, parted.v0)));
         const PixelVec g = hn::BitCast(d, green(hn::BitCast(bytes, parted.v1)));
         const PixelVec r = hn::BitCast(d, red(hn::BitCast(bytes, parted.v2)));
-        const PixelQuad whole = transposed({b, g, r, hn::Set(d, 0xFFFFFFFF)});
-        return {turned(whole.v0), turned(whole.v1), turned(whole.v2), turned(whole.v3)};
-    }
-
-private:
-    static HWY_INLINE PixelVec turned(PixelVec v) {
-        alignas(16) static constexpr std::uint8_t kTurn[16] = {0, 4, 8,  12, 1, 5, 9,  13,
-                                                               2, 6, 10, 14, 3, 7, 11, 15};
-        const ByteTag d;
-        return hn::BitCast(PixelTag(), hn::TableLookupBytes(hn::BitCast(d, v), hn::LoadDup128(d, kTurn)));
-    }
-
-    static HWY_INLINE PixelQuad transposed(const PixelQuad& q) {
-        const PixelTag d;
-        const hn::Repartition<std::uint64_t, PixelTag> wide;
-        const auto low01 = hn::BitCast(wide, hn::InterleaveLower(d, q.v0, q.v1));
-        const auto high01 = hn::BitCast(wide, hn::InterleaveUpper(d, q.v0, q.v1));
-        const auto low23 = hn::BitCast(wide, hn::InterleaveLower(d, q.v2, q.v3));
-        const auto high23 = hn::BitCast(wide, hn::InterleaveUpper(d, q.v2, q.v3));
-        return {hn::BitCast(d, hn::InterleaveLower(wide, low01, low23)),
-                hn::BitCast(d, hn::InterleaveUpper(wide, low01, low23)),
-                hn::BitCast(d, hn::InterleaveLower(wide, high01, high23)),
-                hn::BitCast(d, hn::InterleaveUpper(wide, high01, high23))};
+        const PixelQuad whole = lanes_turned({b, g, r, hn::Set(d, 0xFFFFFFFF)});
+        return {bytes_turned(whole.v0), bytes_turned(whole.v1), bytes_turned(whole.v2),
+                bytes_turned(whole.v3)};
     }
 };
 

@@ -27,7 +27,9 @@ namespace pixvane::filters::HWY_NAMESPACE {
 using namespace pixvane::HWY_NAMESPACE;
 
 struct ToGrey {
-    HWY_INLINE PixelVec operator()(PixelVec pixels) const { return grey_pixels(luma_lanes(pixels)); }
+    HWY_INLINE PixelVec operator()(PixelVec pixels) const {
+        return opaque(low_byte_everywhere(luma_lanes<BlueIs::Last>(pixels)));
+    }
 };
 
 void desaturate(ConstPixelBuffer source, PixelBuffer target) {

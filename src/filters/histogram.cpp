@@ -36,6 +36,13 @@ ChannelHistograms plain::channel_histograms(ConstPixelBuffer source) {
     return histograms;
 }
 
+Histogram plain::channel_histogram(ConstPixelBuffer source, Channel channel) {
+    const ChannelHistograms histograms = channel_histograms(source);
+    return channel == Channel::Red     ? histograms.red
+           : channel == Channel::Green ? histograms.green
+                                       : histograms.blue;
+}
+
 Histogram plain::luminance_histogram(ConstPixelBuffer source) {
     Histogram histogram{};
     for (std::size_t i = 0; i < source.count(); ++i) ++histogram[luma_blue_last(source.data[i])];
@@ -96,27 +103,56 @@ ChannelHistograms channel_histograms(ConstPixelBuffer source) {
     return histograms;
 }
 
+template <std::size_t kShift>
+HWY_INLINE Histogram one_channel(ConstPixelBuffer source) {
+    SplitHistogram<8> bins;
+    const std::size_t count = source.count();
+    std::size_t i = 0;
+    for (; i + 8 <= count; i += 8) {
+        for (std::size_t k = 0; k < 8; k += 2) {
+            const std::uint64_t both = two_pixels(source.data + i + k);
+            ++bins.bins[k][(both >> kShift) & 0xFF];
+            ++bins.bins[k + 1][(both >> (32 + kShift)) & 0xFF];
+        }
+    }
+    for (; i < count; ++i) ++bins.bins[0][(source.data[i] >> kShift) & 0xFF];
+    return bins.total();
+}
+
+Histogram channel_histogram(ConstPixelBuffer source, Channel channel) {
+    return channel == Channel::Red     ? one_channel<16>(source)
+           : channel == Channel::Green ? one_channel<8>(source)
+                                       : one_channel<0>(source);
+}
+
 #if PIXVANE_VECTORS
 using namespace pixvane::HWY_NAMESPACE;
 
+HWY_INLINE PixelVec luma_of(PixelVec pixels) { return luma_lanes<BlueIs::Last>(pixels); }
+
+// Of four vectors as one vector of bytes; their order doesn't matter.
+HWY_INLINE ByteVec lumas_of(const PixelQuad& q) {
+    const PixelVec luma01 = hn::Or(luma_of(q.v0), hn::ShiftLeft<8>(luma_of(q.v1)));
+    const PixelVec luma23 = hn::Or(luma_of(q.v2), hn::ShiftLeft<8>(luma_of(q.v3)));
+    return hn::BitCast(ByteTag(), hn::Or(luma01, hn::ShiftLeft<16>(luma23)));
+}
+
 Histogram luminance_histogram(ConstPixelBuffer source) {
     SplitHistogram<8> bins;
-    // Lumas of a piece are worked out as bytes, then counted.
+    // A piece is worked out as a whole before it is counted: bytes of a vector that was just stored are slow
+    // to read. While it is counted, memory brings the next one.
     constexpr std::size_t kPiece = 1024;
+    constexpr std::size_t kLine = 16;
     HWY_ALIGN std::uint8_t lumas[kPiece];
-    const std::size_t lanes = hn::Lanes(PixelTag());
-    const hn::Rebind<std::uint8_t, PixelTag> narrow;
+    const std::size_t step = 4 * hn::Lanes(PixelTag());
     const std::size_t count = source.count();
     std::size_t i = 0;
     for (; i + kPiece <= count; i += kPiece) {
-        for (std::size_t j = 0; j < kPiece; j += lanes) {
-            const PixelVec luma = luma_lanes(hn::LoadU(PixelTag(), source.data + i + j));
-            hn::StoreU(hn::TruncateTo(narrow, luma), narrow, lumas + j);
-        }
-        for (std::size_t j = 0; j < kPiece; j += 8) {
-            std::uint64_t eight;
-            std::memcpy(&eight, lumas + j, sizeof eight);
-            for (std::size_t k = 0; k < 8; ++k) ++bins.bins[k][(eight >> (8 * k)) & 0xFF];
+        for (std::size_t j = 0; j < kPiece; j += step)
+            hn::Store(lumas_of(load_quad(source.data + i + j)), ByteTag(), lumas + j);
+        for (std::size_t j = 0; j < kPiece; j += kLine) {
+            hwy::Prefetch(source.data + std::min(i + kPiece + j, count - 1));
+            for (std::size_t k = 0; k < kLine; ++k) ++bins.bins[k % 8][lumas[j + k]];
         }
     }
     Histogram histogram =
@@ -135,6 +171,7 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace pixvane::filters {
 
+HWY_EXPORT(channel_histogram);
 HWY_EXPORT(channel_histograms);
 HWY_EXPORT(luminance_histogram);
 
@@ -143,10 +180,7 @@ ChannelHistograms channel_histograms(ConstPixelBuffer source) {
 }
 
 Histogram channel_histogram(ConstPixelBuffer source, Channel channel) {
-    const ChannelHistograms histograms = channel_histograms(source);
-    return channel == Channel::Red     ? histograms.red
-           : channel == Channel::Green ? histograms.green
-                                       : histograms.blue;
+    return pick_kernel(plain::channel_histogram, HWY_DYNAMIC_DISPATCH(channel_histogram))(source, channel);
 }
 
 Histogram luminance_histogram(ConstPixelBuffer source) {

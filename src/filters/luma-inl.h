@@ -1,4 +1,4 @@
-// Luma of vectors of pixels, in the doubles of filters/luma.h.
+// Luma of vectors of pixels, equal to the doubles of filters/luma.h.
 // SPDX-License-Identifier: MIT
 #if defined(PIXVANE_FILTERS_LUMA_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef PIXVANE_FILTERS_LUMA_INL_H_
@@ -14,6 +14,8 @@
 HWY_BEFORE_NAMESPACE();
 namespace pixvane::HWY_NAMESPACE {
 
+using FloatTag = hn::RebindToFloat<IntTag>;
+using FloatVec = hn::Vec<FloatTag>;
 using DoubleTag = hn::Repartition<double, PixelTag>;
 using DoubleVec = hn::Vec<DoubleTag>;
 using HalfIntTag = hn::Rebind<std::int32_t, DoubleTag>;
@@ -36,6 +38,21 @@ HWY_INLINE IntVec to_ints(const DoublePair& values) {
     return hn::Combine(IntTag(), hn::DemoteTo(half, values.high), hn::DemoteTo(half, values.low));
 }
 
+// The channels of pixels as floats.
+struct FloatChannels {
+    FloatVec red, green, blue;
+};
+
+HWY_INLINE FloatChannels to_floats(PixelVec pixels) {
+    const FloatTag d;
+    const IntTag ints;
+    return {hn::ConvertTo(d, hn::BitCast(ints, red_lanes(pixels))),
+            hn::ConvertTo(d, hn::BitCast(ints, green_lanes(pixels))),
+            hn::ConvertTo(d, hn::BitCast(ints, blue_lanes(pixels)))};
+}
+
+enum class BlueIs { First, Last };  // in the sum
+
 // (a x + b y) + c z, each operation rounded by itself.
 HWY_INLINE DoubleVec sum_in_order(DoubleVec x, double a, DoubleVec y, double b, DoubleVec z, double c) {
     const DoubleTag d;
@@ -43,22 +60,69 @@ HWY_INLINE DoubleVec sum_in_order(DoubleVec x, double a, DoubleVec y, double b, 
     return hn::Add(first, hn::Mul(z, hn::Set(d, c)));
 }
 
-HWY_INLINE IntVec luma_lanes_blue_last(const DoublePair& r, const DoublePair& g, const DoublePair& b) {
+// The formula as it stands.
+template <BlueIs kBlue>
+HWY_INLINE IntVec luma_in_doubles(PixelVec pixels) {
     using namespace filters;
-    return to_ints({sum_in_order(g.low, kLumaGreen, r.low, kLumaRed, b.low, kLumaBlue),
-                    sum_in_order(g.high, kLumaGreen, r.high, kLumaRed, b.high, kLumaBlue)});
+    const DoublePair r = to_doubles(red_lanes(pixels));
+    const DoublePair g = to_doubles(green_lanes(pixels));
+    const DoublePair b = to_doubles(blue_lanes(pixels));
+    if constexpr (kBlue == BlueIs::Last) {
+        return to_ints({sum_in_order(g.low, kLumaGreen, r.low, kLumaRed, b.low, kLumaBlue),
+                        sum_in_order(g.high, kLumaGreen, r.high, kLumaRed, b.high, kLumaBlue)});
+    } else {
+        return to_ints({sum_in_order(b.low, kLumaBlue, r.low, kLumaRed, g.low, kLumaGreen),
+                        sum_in_order(b.high, kLumaBlue, r.high, kLumaRed, g.high, kLumaGreen)});
+    }
 }
 
-HWY_INLINE IntVec luma_lanes_blue_first(const DoublePair& r, const DoublePair& g, const DoublePair& b) {
-    using namespace filters;
-    return to_ints({sum_in_order(b.low, kLumaBlue, r.low, kLumaRed, g.low, kLumaGreen),
-                    sum_in_order(b.high, kLumaBlue, r.high, kLumaRed, g.high, kLumaGreen)});
+// Added to a float of up to 22 bits, it rounds it to a whole number and leaves that in the low bits.
+constexpr float kRounder = 12582912.0F;
+
+// Greys whose luma in doubles, blue added last, falls short of themselves. With blue first none does.
+constexpr std::int32_t kGreysFallingShort[] = {43, 86, 91, 167, 172, 182, 187, 233};
+
+// `luma` is exact, and the lanes of `whole` had no fraction to cut off: there a sum of doubles may have come
+// out just below the whole number. That is known of greys, which pictures are full of; other colours are
+// rare, and done again.
+template <BlueIs kBlue>
+HWY_INLINE IntVec luma_where_whole(PixelVec pixels, IntVec luma, hn::Mask<IntTag> whole) {
+    const IntTag d;
+    const PixelVec unlike = hn::And(hn::Xor(pixels, hn::ShiftRight<8>(pixels)), hn::Set(PixelTag(), 0xFFFF));
+    const auto grey = hn::Eq(hn::BitCast(d, unlike), hn::Zero(d));
+    if (!hn::AllFalse(d, hn::AndNot(grey, whole))) return luma_in_doubles<kBlue>(pixels);
+    if constexpr (kBlue == BlueIs::Last) {
+        auto fallsShort = hn::Eq(luma, hn::Set(d, kGreysFallingShort[0]));
+        for (const std::int32_t value : kGreysFallingShort)
+            fallsShort = hn::Or(fallsShort, hn::Eq(luma, hn::Set(d, value)));
+        luma = hn::IfThenElse(hn::And(fallsShort, whole), hn::Sub(luma, hn::Set(d, 1)), luma);
+    }
+    return luma;
 }
 
+// Luma, 0..255 in each lane. Exact luma is a number of ten-thousandths, so that floats can tell a whole
+// number from its neighbours: the sum is made half a step too large, and one half too small for the rounding.
+template <BlueIs kBlue>
+HWY_INLINE IntVec luma_lanes(PixelVec pixels, const FloatChannels& channels) {
+    using namespace filters;
+    const FloatTag d;
+    const IntTag ints;
+    constexpr float kStep = 1e-4F;
+    FloatVec sum =
+        hn::MulAdd(channels.green, hn::Set(d, static_cast<float>(kLumaGreen)), hn::Set(d, -0.5F + kStep / 2));
+    sum = hn::MulAdd(channels.red, hn::Set(d, static_cast<float>(kLumaRed)), sum);
+    sum = hn::MulAdd(channels.blue, hn::Set(d, static_cast<float>(kLumaBlue)), sum);
+    const FloatVec rounded = hn::Add(sum, hn::Set(d, kRounder));
+    const FloatVec fraction = hn::Sub(sum, hn::Sub(rounded, hn::Set(d, kRounder)));
+    const auto whole = hn::Lt(fraction, hn::Set(d, -0.5F + kStep));
+    const IntVec luma = hn::And(hn::BitCast(ints, rounded), hn::Set(ints, 0xFF));
+    if (HWY_LIKELY(hn::AllFalse(d, whole))) return luma;
+    return luma_where_whole<kBlue>(pixels, luma, hn::RebindMask(ints, whole));
+}
+
+template <BlueIs kBlue>
 HWY_INLINE PixelVec luma_lanes(PixelVec pixels) {
-    return hn::BitCast(PixelTag(),
-                       luma_lanes_blue_last(to_doubles(red_lanes(pixels)), to_doubles(green_lanes(pixels)),
-                                            to_doubles(blue_lanes(pixels))));
+    return hn::BitCast(PixelTag(), luma_lanes<kBlue>(pixels, to_floats(pixels)));
 }
 
 }  // namespace pixvane::HWY_NAMESPACE

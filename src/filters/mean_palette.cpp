@@ -45,22 +45,30 @@ namespace pixvane::filters::HWY_NAMESPACE {
 using namespace pixvane::HWY_NAMESPACE;
 
 HWY_INLINE PixelVec sum_lanes(PixelVec p) {
-    return hn::Add(hn::Add(blue_lanes(p), green_lanes(p)), red_lanes(p));
+    const PixelTag d;
+    const IntTag ints;
+    const hn::Repartition<std::int16_t, PixelTag> words;
+    const auto ones = hn::Set(words, 1);
+    const auto blueAndRed = hn::BitCast(words, hn::And(p, hn::Set(d, 0x00FF00FF)));
+    IntVec unused = hn::Zero(ints);
+    const IntVec green = hn::BitCast(ints, green_lanes(p));
+    return hn::BitCast(d, hn::ReorderWidenMulAccumulate(ints, blueAndRed, ones, green, unused));
 }
 
 struct Threshold {
-    std::uint32_t largestBelow;  // of the sum of the channels
+    std::int32_t largestBelow;  // of the sum of the channels
     Pixel above, below;
     HWY_INLINE PixelVec operator()(PixelVec pixels) const {
         const PixelTag d;
-        return hn::IfThenElse(hn::Gt(sum_lanes(pixels), hn::Set(d, largestBelow)), hn::Set(d, above),
-                              hn::Set(d, below));
+        const IntTag ints;
+        const auto isAbove = hn::Gt(hn::BitCast(ints, sum_lanes(pixels)), hn::Set(ints, largestBelow));
+        return hn::IfThenElse(hn::RebindMask(d, isAbove), hn::Set(d, above), hn::Set(d, below));
     }
 };
 
 void monochrome(ConstPixelBuffer source, PixelBuffer target, std::int32_t level, Pixel above, Pixel below) {
     if (level < 0) below = above;
-    const auto largestMean = static_cast<std::uint32_t>(std::clamp(level, 0, 255));
+    const std::int32_t largestMean = std::clamp(level, 0, 255);
     transform_vectors(source.data, target.data, source.count(), Threshold{largestMean * 3 + 2, above, below});
 }
 
@@ -71,22 +79,37 @@ HWY_INLINE PixelVec mean_lanes(PixelVec pixels) {
     return hn::BitCast(PixelTag(), hn::MulHigh(sum, hn::Set(words, 21846)));
 }
 
-// Pixels of a palette by their number in each lane.
+#if HWY_TARGET == HWY_AVX3_DL
+
+// Pixels of a palette by the means of four vectors of pixels. The means fill one vector of bytes, so that
+// each channel is looked up once for all four.
 class PaletteLookUp {
 public:
-#if HWY_TARGET == HWY_AVX3_DL
     explicit PaletteLookUp(const MeanPalette& palette)
         : red_(Channel(palette, 16).bytes),
           green_(Channel(palette, 8).bytes),
           blue_(Channel(palette, 0).bytes) {}
 
-    HWY_INLINE PixelVec operator()(PixelVec index) const {
+    HWY_INLINE PixelQuad operator()(const PixelQuad& means) const {
         const PixelTag d;
-        const ByteVec everywhere = hn::BitCast(ByteTag(), grey_pixels(index));
-        const PixelVec r = hn::And(hn::BitCast(d, red_(everywhere)), hn::Set(d, 0x00FF0000));
-        const PixelVec g = hn::And(hn::BitCast(d, green_(everywhere)), hn::Set(d, 0x0000FF00));
-        const PixelVec b = hn::And(hn::BitCast(d, blue_(everywhere)), hn::Set(d, 0x000000FF));
-        return opaque(hn::Or(hn::Or(r, g), b));
+        const ByteTag bytes;
+        const hn::Repartition<std::uint16_t, PixelTag> words;
+        const PixelVec together = hn::Or(hn::Or(means.v0, hn::ShiftLeft<8>(means.v1)),
+                                         hn::Or(hn::ShiftLeft<16>(means.v2), hn::ShiftLeft<24>(means.v3)));
+        // A block has the four means of the first vector's block, then those of the second one's, and so on.
+        const ByteVec index = hn::BitCast(bytes, bytes_turned(together));
+        const ByteVec red = red_(index);
+        const ByteVec green = green_(index);
+        const ByteVec blue = blue_(index);
+        const ByteVec alpha = hn::Set(bytes, 255);
+        const auto blueGreen01 = hn::BitCast(words, hn::InterleaveLower(bytes, blue, green));
+        const auto blueGreen23 = hn::BitCast(words, hn::InterleaveUpper(bytes, blue, green));
+        const auto redAlpha01 = hn::BitCast(words, hn::InterleaveLower(bytes, red, alpha));
+        const auto redAlpha23 = hn::BitCast(words, hn::InterleaveUpper(bytes, red, alpha));
+        return {hn::BitCast(d, hn::InterleaveLower(words, blueGreen01, redAlpha01)),
+                hn::BitCast(d, hn::InterleaveUpper(words, blueGreen01, redAlpha01)),
+                hn::BitCast(d, hn::InterleaveLower(words, blueGreen23, redAlpha23)),
+                hn::BitCast(d, hn::InterleaveUpper(words, blueGreen23, redAlpha23))};
     }
 
 private:
@@ -99,39 +122,55 @@ private:
     };
 
     ByteTable red_, green_, blue_;
+};
+
 #else
+
+class PaletteLookUp {
+public:
     explicit PaletteLookUp(const MeanPalette& palette) : pixels_(palette.pixels.data()) {}
 
-    HWY_INLINE PixelVec operator()(PixelVec index) const {
-        return hn::GatherIndex(PixelTag(), pixels_, hn::BitCast(IntTag(), index));
+    HWY_INLINE PixelQuad operator()(const PixelQuad& means) const {
+        return {found(means.v0), found(means.v1), found(means.v2), found(means.v3)};
     }
 
 private:
+    HWY_INLINE PixelVec found(PixelVec mean) const {
+        return hn::GatherIndex(PixelTag(), pixels_, hn::BitCast(IntTag(), mean));
+    }
+
     const Pixel* pixels_;
-#endif
 };
 
+#endif
+
+template <bool kKeeps>
 struct ByMean {
     PaletteLookUp lookUp;
-    HWY_INLINE PixelVec operator()(PixelVec pixels) const { return lookUp(mean_lanes(pixels)); }
-};
+    std::int32_t keptFrom;
 
-struct ByMeanBelow {
-    PaletteLookUp lookUp;
-    std::uint32_t keptFrom;
-    HWY_INLINE PixelVec operator()(PixelVec pixels) const {
-        const PixelVec mean = mean_lanes(pixels);
-        return hn::IfThenElse(hn::Lt(mean, hn::Set(PixelTag(), keptFrom)), lookUp(mean), pixels);
+    HWY_INLINE PixelQuad operator()(const PixelQuad& q) const {
+        const PixelQuad means{mean_lanes(q.v0), mean_lanes(q.v1), mean_lanes(q.v2), mean_lanes(q.v3)};
+        const PixelQuad found = lookUp(means);
+        if constexpr (!kKeeps) return found;
+        return {chosen(means.v0, found.v0, q.v0), chosen(means.v1, found.v1, q.v1),
+                chosen(means.v2, found.v2, q.v2), chosen(means.v3, found.v3, q.v3)};
+    }
+
+private:
+    HWY_INLINE PixelVec chosen(PixelVec mean, PixelVec found, PixelVec pixels) const {
+        const IntTag d;
+        const auto kept = hn::Lt(hn::BitCast(d, mean), hn::Set(d, keptFrom));
+        return hn::IfThenElse(hn::RebindMask(PixelTag(), kept), found, pixels);
     }
 };
 
 void apply_mean_palette(ConstPixelBuffer source, PixelBuffer target, const MeanPalette& palette) {
     const PaletteLookUp lookUp(palette);
-    const auto keptFrom = static_cast<std::uint32_t>(std::clamp(palette.keptFrom, 0, 256));
-    if (keptFrom == 256) {
-        transform_vectors(source.data, target.data, source.count(), ByMean{lookUp});
+    if (palette.keptFrom > 255) {
+        transform_quads(source.data, target.data, source.count(), ByMean<false>{lookUp, 256});
     } else {
-        transform_vectors(source.data, target.data, source.count(), ByMeanBelow{lookUp, keptFrom});
+        transform_quads(source.data, target.data, source.count(), ByMean<true>{lookUp, palette.keptFrom});
     }
 }
 #else

@@ -20,6 +20,7 @@ void apply_mean_palette(ConstPixelBuffer source, PixelBuffer target, const MeanP
 void noise(ConstPixelBuffer source, PixelBuffer target, bool sameForAll, std::int32_t amount,
            RandomGenerator& random);
 ChannelHistograms channel_histograms(ConstPixelBuffer source);
+Histogram channel_histogram(ConstPixelBuffer source, Channel channel);
 Histogram luminance_histogram(ConstPixelBuffer source);
 ChannelRanges channel_ranges(ConstPixelBuffer source);
 void rotate_flip_rows(ConstPixelBuffer source, PixelBuffer target, std::int32_t type, std::int32_t first,

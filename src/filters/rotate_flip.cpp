@@ -29,35 +29,36 @@ namespace pixvane::filters::HWY_NAMESPACE {
 #if PIXVANE_VECTORS
 using namespace pixvane::HWY_NAMESPACE;
 
-// A row from its end to its start; `streaming` if the rows of the target are large together.
+// A row from its end to its start. The source is read forwards, in the order of its memory.
 HWY_INLINE void reverse_row(const Pixel* from, Pixel* to, std::size_t count, bool streaming) {
     const PixelTag d;
     const std::size_t lanes = hn::Lanes(d);
     const std::size_t bytes = lanes * sizeof(Pixel);
-    const Pixel* end = from + count;
+    Pixel* end = to + count;
     std::size_t i = 0;
     if (streaming) {
-        const std::size_t lead =
-            (bytes - reinterpret_cast<std::uintptr_t>(to) % bytes) % bytes / sizeof(Pixel);
-        for (; i < std::min(lead, count); ++i) to[i] = *--end;
+        const std::size_t beyond = reinterpret_cast<std::uintptr_t>(end) % bytes / sizeof(Pixel);
+        for (; i < std::min(beyond, count); ++i) *--end = from[i];
         for (; i + lanes <= count; i += lanes) {
             end -= lanes;
-            hn::Stream(hn::Reverse(d, hn::LoadU(d, end)), d, to + i);
+            hn::Stream(hn::Reverse(d, hn::LoadU(d, from + i)), d, end);
         }
     } else {
         for (; i + lanes <= count; i += lanes) {
             end -= lanes;
-            hn::StoreU(hn::Reverse(d, hn::LoadU(d, end)), d, to + i);
+            hn::StoreU(hn::Reverse(d, hn::LoadU(d, from + i)), d, end);
         }
     }
-    for (; i < count; ++i) to[i] = *--end;
+    for (; i < count; ++i) *--end = from[i];
 }
 
 void flip_rows(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn, std::int32_t first,
                std::int32_t last) {
     const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
     const auto width = static_cast<std::size_t>(source.width);
-    for (std::int32_t y = first; y < last; ++y) {
+    for (std::int32_t i = first; i < last; ++i) {
+        // In the order of the source here, too.
+        const std::int32_t y = turn.fromBottom ? last - 1 - (i - first) : i;
         const Pixel* from = source.row(turn.fromBottom ? source.height - 1 - y : y);
         if (turn.fromRight) {
             reverse_row(from, target.row(y), width, streaming);
@@ -73,16 +74,11 @@ void flip_rows(ConstPixelBuffer source, PixelBuffer target, const Orientation& t
 constexpr std::size_t kSquare = hn::MaxLanes(PixelTag());
 
 HWY_INLINE void exchange_lanes(PixelVec& a, PixelVec& b, PixelVec& c, PixelVec& d) {
-    const PixelTag t;
-    const hn::Repartition<std::uint64_t, PixelTag> wide;
-    const auto lowAB = hn::BitCast(wide, hn::InterleaveLower(t, a, b));
-    const auto highAB = hn::BitCast(wide, hn::InterleaveUpper(t, a, b));
-    const auto lowCD = hn::BitCast(wide, hn::InterleaveLower(t, c, d));
-    const auto highCD = hn::BitCast(wide, hn::InterleaveUpper(t, c, d));
-    a = hn::BitCast(t, hn::InterleaveLower(wide, lowAB, lowCD));
-    b = hn::BitCast(t, hn::InterleaveUpper(wide, lowAB, lowCD));
-    c = hn::BitCast(t, hn::InterleaveLower(wide, highAB, highCD));
-    d = hn::BitCast(t, hn::InterleaveUpper(wide, highAB, highCD));
+    const PixelQuad turned = lanes_turned({a, b, c, d});
+    a = turned.v0;
+    b = turned.v1;
+    c = turned.v2;
+    d = turned.v3;
 }
 
 HWY_INLINE void exchange_halves(PixelVec& a, PixelVec& b) {

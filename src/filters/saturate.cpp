@@ -36,98 +36,60 @@ namespace pixvane::filters::HWY_NAMESPACE {
 #if PIXVANE_VECTORS
 using namespace pixvane::HWY_NAMESPACE;
 
+// Pixels of channels that are 0..255.
 HWY_INLINE PixelVec joined(IntVec red, IntVec green, IntVec blue) {
-    const IntTag d;
-    const auto limited = [&](IntVec v) HWY_ATTR { return hn::Min(hn::Max(v, hn::Zero(d)), hn::Set(d, 255)); };
-    const IntVec channels =
-        hn::Or(hn::Or(hn::ShiftLeft<16>(limited(red)), hn::ShiftLeft<8>(limited(green))), limited(blue));
+    const IntVec channels = hn::Or(hn::Or(hn::ShiftLeft<16>(red), hn::ShiftLeft<8>(green)), blue);
     return opaque(hn::BitCast(PixelTag(), channels));
+}
+
+HWY_INLINE IntVec limited(IntVec v) {
+    const IntTag d;
+    return hn::Min(hn::Max(v, hn::Zero(d)), hn::Set(d, 255));
 }
 
 // The formula as it stands.
 struct InDoubles {
     double f;
+
     HWY_INLINE PixelVec operator()(PixelVec pixels) const {
         const DoubleTag d;
-        const DoublePair r = to_doubles(red_lanes(pixels));
-        const DoublePair g = to_doubles(green_lanes(pixels));
-        const DoublePair b = to_doubles(blue_lanes(pixels));
-        const DoublePair y = to_doubles(hn::BitCast(PixelTag(), luma_lanes_blue_first(r, g, b)));
+        const DoublePair y = to_doubles(luma_lanes<BlueIs::First>(pixels));
         const DoubleVec factor = hn::Set(d, f);
         const DoubleVec rest = hn::Set(d, 1.0 - f);
         const DoublePair base{hn::Trunc(hn::Mul(y.low, rest)), hn::Trunc(hn::Mul(y.high, rest))};
-        const auto channel = [&](const DoublePair& c) HWY_ATTR {
-            return to_ints(
-                {hn::Add(hn::Mul(c.low, factor), base.low), hn::Add(hn::Mul(c.high, factor), base.high)});
+        const auto channel = [&](PixelVec values) HWY_ATTR {
+            const DoublePair c = to_doubles(values);
+            return limited(to_ints(
+                {hn::Add(hn::Mul(c.low, factor), base.low), hn::Add(hn::Mul(c.high, factor), base.high)}));
         };
-        return joined(channel(r), channel(g), channel(b));
+        return joined(channel(red_lanes(pixels)), channel(green_lanes(pixels)), channel(blue_lanes(pixels)));
     }
 };
 
-#if HWY_TARGET == HWY_AVX3_DL
-
-// trunc(Y (1 - f)) for each Y in the lanes, from the two halves of a word.
-class BaseTable {
-public:
-    explicit BaseTable(double f) : low_(Bytes(f, 0).values), high_(Bytes(f, 8).values) {}
-
-    HWY_INLINE IntVec operator()(IntVec luma) const {
-        const PixelTag d;
-        const ByteVec index = hn::BitCast(ByteTag(), hn::BitCast(d, luma));
-        const PixelVec low = hn::And(hn::BitCast(d, low_(index)), hn::Set(d, 0xFF));
-        const PixelVec high = hn::ShiftLeft<24>(hn::BitCast(d, high_(index)));
-        const IntTag ints;
-        return hn::Or(hn::ShiftRight<16>(hn::BitCast(ints, high)), hn::BitCast(ints, low));
-    }
-
-private:
-    struct Bytes {
-        Bytes(double f, int shift) {
-            for (int y = 0; y < 256; ++y)
-                values[y] = static_cast<std::uint8_t>(static_cast<std::int32_t>(y * (1.0 - f)) >> shift);
-        }
-        std::uint8_t values[256];
-    };
-
-    ByteTable low_, high_;
-};
-
-#else
-
-class BaseTable {
-public:
-    explicit BaseTable(double f) {
-        for (int y = 0; y < 256; ++y) values_[y] = static_cast<std::int32_t>(y * (1.0 - f));
-    }
-    HWY_INLINE IntVec operator()(IntVec luma) const { return hn::GatherIndex(IntTag(), values_, luma); }
-
-private:
-    std::int32_t values_[256];
-};
-
-#endif
-
-// With a factor that is a little too large, so that a product which is a whole number doesn't fall below it.
+// In floats, with a factor that is a little too large, so that a product which is a whole number doesn't fall
+// below it.
 struct InFloats {
     float f;
-    BaseTable bases;
+    std::int32_t bases[256];  // of each luma
 
     HWY_INLINE PixelVec operator()(PixelVec pixels) const {
-        const hn::RebindToFloat<IntTag> d;
-        const PixelVec red = red_lanes(pixels);
-        const PixelVec green = green_lanes(pixels);
-        const PixelVec blue = blue_lanes(pixels);
-        const auto base = hn::ConvertTo(
-            d, bases(luma_lanes_blue_first(to_doubles(red), to_doubles(green), to_doubles(blue))));
-        const auto channel = [&](PixelVec c) HWY_ATTR {
-            const auto value = hn::ConvertTo(d, hn::BitCast(IntTag(), c));
-            return hn::ConvertTo(IntTag(), hn::MulAdd(value, hn::Set(d, f), base));
+        const IntTag ints;
+        const FloatTag d;
+        const FloatChannels channels = to_floats(pixels);
+        const IntVec luma = luma_lanes<BlueIs::First>(pixels, channels);
+        const FloatVec base = hn::ConvertTo(d, hn::GatherIndex(ints, bases, luma));
+        // Rounding after half of one was taken off, all but less than a hundredth, cuts off the fraction.
+        const FloatVec lowered = hn::Sub(base, hn::Set(d, 0.495F));
+        const auto channel = [&](FloatVec c) HWY_ATTR {
+            const FloatVec value = hn::MulAdd(c, hn::Set(d, f), lowered);
+            const FloatVec inRange = hn::Min(hn::Max(value, hn::Zero(d)), hn::Set(d, 255.0F));
+            return hn::And(hn::BitCast(ints, hn::Add(inRange, hn::Set(d, kRounder))), hn::Set(ints, 0xFF));
         };
-        return joined(channel(red), channel(green), channel(blue));
+        return joined(channel(channels.red), channel(channels.green), channel(channels.blue));
     }
 };
 
-// The channel c scaled is c * percent hundredths: at least a hundredth below the next whole number, so that
+// A channel c scaled is c * percent hundredths: at least a hundredth below the next whole number, so that
 // floats tell it apart, or a whole number. What counts is whether doubles give that whole number too, or fall
 // below it; the base is whole and changes nothing about it, since a sum is rounded to no less than it.
 bool floats_serve(std::int32_t percent) {
@@ -139,15 +101,95 @@ bool floats_serve(std::int32_t percent) {
     return true;
 }
 
+#if HWY_TARGET == HWY_AVX3_DL
+
+// From 0 to 200 percent all parts of the sum fit bytes, and come from tables.
+
+// From 0 to 100: scaled(c) + base(Y), where doubles may fall short of a whole number if the sum is small: up
+// to the limit of c the result is one less.
+struct WeakerInBytes {
+    ByteTable scaled, limit, base;
+
+    struct Entries {
+        std::uint8_t scaled[256], limit[256], base[256];
+
+        explicit Entries(std::int32_t percent) {
+            const double f = percent * 0.01;
+            for (std::int32_t i = 0; i < 256; ++i) {
+                const std::int32_t whole = i * percent / 100;
+                std::int32_t n = 255;
+                while (n > 0 && i * f + (n - whole) >= n) --n;
+                scaled[i] = static_cast<std::uint8_t>(whole);
+                limit[i] = static_cast<std::uint8_t>(n);
+                base[i] = static_cast<std::uint8_t>(i * (1.0 - f));
+            }
+        }
+    };
+
+    explicit WeakerInBytes(const Entries& entries)
+        : scaled(entries.scaled), limit(entries.limit), base(entries.base) {}
+
+    HWY_INLINE PixelVec operator()(PixelVec pixels) const {
+        const ByteTag d;
+        const ByteVec c = hn::BitCast(d, pixels);
+        const ByteVec luma = hn::BitCast(d, low_byte_everywhere(luma_lanes<BlueIs::First>(pixels)));
+        const ByteVec sum = hn::SaturatedAdd(scaled(c), base(luma));
+        const auto withinLimit = hn::Eq(hn::Min(sum, limit(c)), sum);
+        const ByteVec less = hn::IfThenElseZero(withinLimit, hn::Set(d, 1));
+        return opaque(hn::BitCast(PixelTag(), hn::SaturatedSub(sum, less)));
+    }
+};
+
+// From 100 to 200: c + gain(c) - loss(Y). The sum of doubles is exact here, as it is no larger than its
+// parts.
+struct StrongerInBytes {
+    ByteTable gain, loss;
+
+    struct Entries {
+        std::uint8_t gain[256], loss[256];
+
+        explicit Entries(std::int32_t percent) {
+            const double f = percent * 0.01;
+            for (std::int32_t i = 0; i < 256; ++i) {
+                gain[i] = static_cast<std::uint8_t>(static_cast<std::int32_t>(i * f) - i);
+                loss[i] = static_cast<std::uint8_t>(-static_cast<std::int32_t>(i * (1.0 - f)));
+            }
+        }
+    };
+
+    explicit StrongerInBytes(const Entries& entries) : gain(entries.gain), loss(entries.loss) {}
+
+    HWY_INLINE PixelVec operator()(PixelVec pixels) const {
+        const ByteTag d;
+        const ByteVec c = hn::BitCast(d, pixels);
+        const ByteVec luma = hn::BitCast(d, low_byte_everywhere(luma_lanes<BlueIs::First>(pixels)));
+        const ByteVec up = gain(c);
+        const ByteVec down = loss(luma);
+        const ByteVec raised = hn::SaturatedAdd(c, hn::SaturatedSub(up, down));
+        return opaque(hn::BitCast(PixelTag(), hn::SaturatedSub(raised, hn::SaturatedSub(down, up))));
+    }
+};
+
+#endif
+
 void saturate(ConstPixelBuffer source, PixelBuffer target, std::int32_t percent) {
     // Beyond this, sums may leave the range of integers.
     constexpr std::int32_t kLargestPercent = 100'000;
     const double f = percent * 0.01;
+    const auto apply = [&](const auto& transform) HWY_ATTR {
+        transform_vectors(source.data, target.data, source.count(), transform);
+    };
+#if HWY_TARGET == HWY_AVX3_DL
+    if (percent >= 0 && percent <= 100) return apply(WeakerInBytes(WeakerInBytes::Entries(percent)));
+    if (percent > 100 && percent <= 200) return apply(StrongerInBytes(StrongerInBytes::Entries(percent)));
+#endif
     if (floats_serve(percent)) {
-        const float larger = std::nextafter(static_cast<float>(f), std::numeric_limits<float>::infinity());
-        transform_vectors(source.data, target.data, source.count(), InFloats{larger, BaseTable(f)});
+        InFloats inFloats;
+        inFloats.f = std::nextafter(static_cast<float>(f), std::numeric_limits<float>::infinity());
+        for (int y = 0; y < 256; ++y) inFloats.bases[y] = static_cast<std::int32_t>(y * (1.0 - f));
+        apply(inFloats);
     } else if (percent >= -kLargestPercent && percent <= kLargestPercent) {
-        transform_vectors(source.data, target.data, source.count(), InDoubles{f});
+        apply(InDoubles{f});
     } else {
         plain::saturate(source, target, percent);
     }
