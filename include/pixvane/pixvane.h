@@ -4,7 +4,7 @@
  * A control owns one picture, its history of sixteen states and its view. A host creates a control, tells it
  * the size of the window it is shown in, and invokes members by name or by handle:
  *
- *     pixvane_control *control;
+ *     pixvane_control* control;
  *     pixvane_create(NULL, &control);
  *     pixvane_window_resize(control, 800, 600);
  *     pixvane_value name = pixvane_string("photo.jpg");
@@ -41,19 +41,19 @@ extern "C" {
 typedef int32_t pixvane_status;
 
 enum {
-    PIXVANE_OK = 0,         /* the call was made; whether the member did anything is its result's business */
-    PIXVANE_E_NULL = 1,     /* a pointer that must not be null is */
-    PIXVANE_E_MEMBER = 2,   /* no member of this name or handle */
-    PIXVANE_E_COUNT = 3,    /* wrong number of arguments */
-    PIXVANE_E_TYPE = 4,     /* an argument of the wrong kind */
-    PIXVANE_E_RANGE = 5,    /* a size or number that the function can't take */
-    PIXVANE_E_BUSY = 6,     /* another thread, or a call further up this one's stack, is inside the control */
-    PIXVANE_E_MEMORY = 7,   /* out of memory */
-    PIXVANE_E_INTERNAL = 8  /* an error of the engine; the control is still usable */
+    PIXVANE_OK = 0,        /* the call was made; whether the member did anything is its result's business */
+    PIXVANE_E_NULL = 1,    /* a pointer that must not be null is */
+    PIXVANE_E_MEMBER = 2,  /* no member of this name or handle */
+    PIXVANE_E_COUNT = 3,   /* wrong number of arguments */
+    PIXVANE_E_TYPE = 4,    /* an argument of the wrong kind */
+    PIXVANE_E_RANGE = 5,   /* a size or number that the function can't take */
+    PIXVANE_E_BUSY = 6,    /* another thread, or a call further up this one's stack, is inside the control */
+    PIXVANE_E_MEMORY = 7,  /* out of memory */
+    PIXVANE_E_INTERNAL = 8 /* an error of the engine; the control is still usable */
 };
 
 /* A sentence in English that explains a status. Never null; valid for ever. */
-PIXVANE_API const char *pixvane_status_text(pixvane_status status);
+PIXVANE_API const char* pixvane_status_text(pixvane_status status);
 
 /* ---- Values ------------------------------------------------------------------------------------------- */
 
@@ -74,7 +74,7 @@ typedef struct pixvane_value {
     int32_t kind;
     int32_t i;
     double d;
-    const void *data;
+    const void* data;
     size_t size;
 } pixvane_value;
 
@@ -103,30 +103,30 @@ static inline pixvane_value pixvane_color(uint32_t bgr) {
     return v;
 }
 /* The memory behind the following is only referred to and must last for the call. */
-static inline pixvane_value pixvane_string_n(const char *text, size_t size) {
+static inline pixvane_value pixvane_string_n(const char* text, size_t size) {
     pixvane_value v = {PIXVANE_STRING, 0, 0.0, NULL, 0};
     v.data = text;
     v.size = size;
     return v;
 }
-static inline pixvane_value pixvane_string(const char *text) {
+static inline pixvane_value pixvane_string(const char* text) {
     size_t size = 0;
     while (text && text[size]) ++size;
     return pixvane_string_n(text, size);
 }
-static inline pixvane_value pixvane_bytes(const void *bytes, size_t size) {
+static inline pixvane_value pixvane_bytes(const void* bytes, size_t size) {
     pixvane_value v = {PIXVANE_BYTES, 0, 0.0, NULL, 0};
     v.data = bytes;
     v.size = size;
     return v;
 }
-static inline pixvane_value pixvane_int32_array(const int32_t *numbers, size_t count) {
+static inline pixvane_value pixvane_int32_array(const int32_t* numbers, size_t count) {
     pixvane_value v = {PIXVANE_INT32_ARRAY, 0, 0.0, NULL, 0};
     v.data = numbers;
     v.size = count;
     return v;
 }
-static inline pixvane_value pixvane_points(const int32_t *coordinates, size_t points) {
+static inline pixvane_value pixvane_points(const int32_t* coordinates, size_t points) {
     pixvane_value v = {PIXVANE_POINTS, 0, 0.0, NULL, 0};
     v.data = coordinates;
     v.size = points;
@@ -141,93 +141,93 @@ typedef struct pixvane_control pixvane_control;
  * (pixvane_window_timers and the like tell it), or does without. */
 typedef struct pixvane_host {
     size_t struct_size; /* sizeof(pixvane_host) */
-    void *user;         /* handed to every call-back */
+    void* user;         /* handed to every call-back */
     /* The view has changed: show pixvane_window_frame. Called after every repaint. */
-    void (*frame_ready)(void *user);
+    void (*frame_ready)(void* user);
     /* Call pixvane_window_timer(control, id) every `milliseconds`, until stop_timer. Starting a timer that
      * runs changes its interval. */
-    void (*start_timer)(void *user, int32_t id, int32_t milliseconds);
-    void (*stop_timer)(void *user, int32_t id);
+    void (*start_timer)(void* user, int32_t id, int32_t milliseconds);
+    void (*stop_timer)(void* user, int32_t id);
     /* Send all mouse messages to the control, wherever the pointer is (1), or no longer (0). */
-    void (*set_capture)(void *user, int32_t captured);
+    void (*set_capture)(void* user, int32_t captured);
     /* 0 the arrow; the other numbers are cursors of the control's own. */
-    void (*set_cursor)(void *user, int32_t cursor);
+    void (*set_cursor)(void* user, int32_t cursor);
     /* Put the bytes of a BMP file on the clipboard; returns 0 if that fails. */
-    int32_t (*offer_clipboard)(void *user, const void *bmp, size_t size);
+    int32_t (*offer_clipboard)(void* user, const void* bmp, size_t size);
     /* Hand a picture file that is on the clipboard to `deliver`, once; returns 0 if there is none. */
-    int32_t (*request_clipboard)(void *user, void (*deliver)(void *receiver, const void *file, size_t size),
-                                 void *receiver);
+    int32_t (*request_clipboard)(void* user, void (*deliver)(void* receiver, const void* file, size_t size),
+                                 void* receiver);
 } pixvane_host;
 
 /* Creates a control without a picture, in a window of size 0 x 0. `host` may be null. */
-PIXVANE_API pixvane_status pixvane_create(const pixvane_host *host, pixvane_control **control);
+PIXVANE_API pixvane_status pixvane_create(const pixvane_host* host, pixvane_control** control);
 
 /* Frees a control; null is fine. Legal from any thread while no call is inside, else PIXVANE_E_BUSY (so also
  * from within one of the control's own call-backs). */
-PIXVANE_API pixvane_status pixvane_free(pixvane_control *control);
+PIXVANE_API pixvane_status pixvane_free(pixvane_control* control);
 
 /* ---- Members ------------------------------------------------------------------------------------------ */
 
 /* Calls a method, gets a property (no argument) or puts it (one argument). `result` may be null. A result of
  * kind STRING, BYTES, INT32_ARRAY or POINTS comes with its size and data == NULL: fetch it by
  * pixvane_take_result. A member without a result, and one that has nothing to return, gives PIXVANE_NULL. */
-PIXVANE_API pixvane_status pixvane_invoke(pixvane_control *control, const char *member,
-                                          const pixvane_value *arguments, size_t count,
-                                          pixvane_value *result);
+PIXVANE_API pixvane_status pixvane_invoke(pixvane_control* control, const char* member,
+                                          const pixvane_value* arguments, size_t count,
+                                          pixvane_value* result);
 
 /* Copies the result of the last invoke into `buffer`, which holds `capacity` bytes (its elements take 1 byte
  * each, 4 for INT32_ARRAY, 8 for POINTS); PIXVANE_E_RANGE if that is too few. It can be taken once. */
-PIXVANE_API pixvane_status pixvane_take_result(pixvane_control *control, void *buffer, size_t capacity);
+PIXVANE_API pixvane_status pixvane_take_result(pixvane_control* control, void* buffer, size_t capacity);
 
 /* A handle that spares the search by name: the same for all controls of the process; negative if there is no
  * such method or property. */
-PIXVANE_API int32_t pixvane_find_member(const char *name);
-PIXVANE_API pixvane_status pixvane_invoke_handle(pixvane_control *control, int32_t member,
-                                                 const pixvane_value *arguments, size_t count,
-                                                 pixvane_value *result);
+PIXVANE_API int32_t pixvane_find_member(const char* name);
+PIXVANE_API pixvane_status pixvane_invoke_handle(pixvane_control* control, int32_t member,
+                                                 const pixvane_value* arguments, size_t count,
+                                                 pixvane_value* result);
 
 enum { PIXVANE_METHOD = 0, PIXVANE_PROPERTY = 1, PIXVANE_EVENT = 2 };
 
 typedef struct pixvane_argument_info {
-    const char *name;
+    const char* name;
     int32_t kind;
-    int32_t has_range;     /* whether minimum and maximum mean anything */
-    double minimum;        /* the member does nothing for values outside; infinite where there is no end */
+    int32_t has_range; /* whether minimum and maximum mean anything */
+    double minimum;    /* the member does nothing for values outside; infinite where there is no end */
     double maximum;
-    int32_t has_slider;    /* whether the range of a dialog's slider is given */
+    int32_t has_slider; /* whether the range of a dialog's slider is given */
     double slider_minimum;
     double slider_maximum;
     int32_t has_default;
-    double default_value;  /* what a dialog shows first */
+    double default_value; /* what a dialog shows first */
 } pixvane_argument_info;
 
 typedef struct pixvane_member_info {
-    const char *name;
-    int32_t type;       /* PIXVANE_METHOD, PIXVANE_PROPERTY or PIXVANE_EVENT */
-    const char *category;
-    const char *help;   /* one line */
+    const char* name;
+    int32_t type; /* PIXVANE_METHOD, PIXVANE_PROPERTY or PIXVANE_EVENT */
+    const char* category;
+    const char* help;   /* one line */
     int32_t result;     /* kind of the result, or of the property; PIXVANE_NULL if there is none */
     int32_t writable;   /* of a property */
     int32_t edits;      /* whether it changes the picture by a step that Undo takes back */
     int32_t macro_code; /* the code of its macro step, or -1 */
     int32_t argument_count;
-    const pixvane_argument_info *arguments; /* of a writable property: the one argument of its put */
+    const pixvane_argument_info* arguments; /* of a writable property: the one argument of its put */
 } pixvane_member_info;
 
 /* The list of all members: methods, properties, events. */
 PIXVANE_API size_t pixvane_member_count(void);
-PIXVANE_API const pixvane_member_info *pixvane_member_at(size_t index); /* null beyond the end */
+PIXVANE_API const pixvane_member_info* pixvane_member_at(size_t index); /* null beyond the end */
 
 /* ---- Events ------------------------------------------------------------------------------------------- */
 
 /* The arguments last for the call only. */
-typedef void (*pixvane_event_handler)(void *user, const pixvane_value *arguments, size_t count);
+typedef void (*pixvane_event_handler)(void* user, const pixvane_value* arguments, size_t count);
 
 /* Calls `handler` whenever the event fires, in the order of subscription. */
-PIXVANE_API pixvane_status pixvane_subscribe(pixvane_control *control, const char *event,
-                                             pixvane_event_handler handler, void *user,
-                                             int32_t *subscription);
-PIXVANE_API pixvane_status pixvane_unsubscribe(pixvane_control *control, int32_t subscription);
+PIXVANE_API pixvane_status pixvane_subscribe(pixvane_control* control, const char* event,
+                                             pixvane_event_handler handler, void* user,
+                                             int32_t* subscription);
+PIXVANE_API pixvane_status pixvane_unsubscribe(pixvane_control* control, int32_t subscription);
 
 /* ---- The window --------------------------------------------------------------------------------------- */
 
@@ -236,36 +236,36 @@ enum { PIXVANE_MOUSE_DOWN = 0, PIXVANE_MOUSE_UP = 1, PIXVANE_MOUSE_MOVE = 2, PIX
 enum { PIXVANE_HELD_LEFT = 1, PIXVANE_HELD_MIDDLE = 2, PIXVANE_HELD_RIGHT = 4 };
 
 /* The client size, 0..65535 a side. */
-PIXVANE_API pixvane_status pixvane_window_resize(pixvane_control *control, int32_t width, int32_t height);
+PIXVANE_API pixvane_status pixvane_window_resize(pixvane_control* control, int32_t width, int32_t height);
 /* What the mouse does, in client coordinates. `button` counts for all but moves, `held` (a sum of
  * PIXVANE_HELD_...) for moves. */
-PIXVANE_API pixvane_status pixvane_window_mouse(pixvane_control *control, int32_t what, int32_t button,
+PIXVANE_API pixvane_status pixvane_window_mouse(pixvane_control* control, int32_t what, int32_t button,
                                                 int32_t x, int32_t y, int32_t held);
 /* The wheel turned by whole notches, positive away from the user: zooms at the pointer. */
-PIXVANE_API pixvane_status pixvane_window_wheel(pixvane_control *control, int32_t notches, int32_t x,
+PIXVANE_API pixvane_status pixvane_window_wheel(pixvane_control* control, int32_t notches, int32_t x,
                                                 int32_t y);
 /* A timer that the control started has ticked. */
-PIXVANE_API pixvane_status pixvane_window_timer(pixvane_control *control, int32_t id);
+PIXVANE_API pixvane_status pixvane_window_timer(pixvane_control* control, int32_t id);
 /* Files were dropped on the window. Fires OnDropFile with the first path; nothing is loaded. */
-PIXVANE_API pixvane_status pixvane_window_drop(pixvane_control *control, const char *const *paths,
+PIXVANE_API pixvane_status pixvane_window_drop(pixvane_control* control, const char* const* paths,
                                                size_t count);
 /* Zooms by whole steps (positive in, negative out), keeping the image point under (x, y) in place. */
-PIXVANE_API pixvane_status pixvane_window_zoom_at(pixvane_control *control, int32_t steps, int32_t x,
+PIXVANE_API pixvane_status pixvane_window_zoom_at(pixvane_control* control, int32_t steps, int32_t x,
                                                   int32_t y);
 /* Moves the picture in the window, as far as it reaches beyond it. */
-PIXVANE_API pixvane_status pixvane_window_pan(pixvane_control *control, int32_t dx, int32_t dy);
+PIXVANE_API pixvane_status pixvane_window_pan(pixvane_control* control, int32_t dx, int32_t dy);
 
 /* The last composed frame: its size, and if `buffer` is not null its pixels, bytes B, G, R, X, rows top
  * first (PIXVANE_E_RANGE if `capacity` bytes are too few). 0 x 0 as long as none was composed. */
-PIXVANE_API pixvane_status pixvane_window_frame(pixvane_control *control, void *buffer, size_t capacity,
-                                                int32_t *width, int32_t *height);
+PIXVANE_API pixvane_status pixvane_window_frame(pixvane_control* control, void* buffer, size_t capacity,
+                                                int32_t* width, int32_t* height);
 
 /* What a control in no window keeps: its running timers (up to `capacity` of them; `count` is how many there
  * are), whether it holds the mouse, and its cursor. Where the host takes these over, nothing is kept. */
-PIXVANE_API pixvane_status pixvane_window_timers(pixvane_control *control, int32_t *ids,
-                                                 int32_t *milliseconds, size_t capacity, size_t *count);
-PIXVANE_API pixvane_status pixvane_window_captured(pixvane_control *control, int32_t *captured);
-PIXVANE_API pixvane_status pixvane_window_cursor(pixvane_control *control, int32_t *cursor);
+PIXVANE_API pixvane_status pixvane_window_timers(pixvane_control* control, int32_t* ids,
+                                                 int32_t* milliseconds, size_t capacity, size_t* count);
+PIXVANE_API pixvane_status pixvane_window_captured(pixvane_control* control, int32_t* captured);
+PIXVANE_API pixvane_status pixvane_window_cursor(pixvane_control* control, int32_t* cursor);
 
 /* ---- The process -------------------------------------------------------------------------------------- */
 
@@ -282,7 +282,7 @@ PIXVANE_API uint64_t pixvane_bitmap_limit(void);
 PIXVANE_API uint64_t pixvane_bitmap_bytes(void);
 
 /* "major.minor.patch". */
-PIXVANE_API const char *pixvane_version(void);
+PIXVANE_API const char* pixvane_version(void);
 
 #ifdef __cplusplus
 }
