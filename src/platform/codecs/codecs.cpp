@@ -20,24 +20,29 @@ const Reader* reader_of(ByteSpan file) {
     return nullptr;
 }
 
-// The first bytes of icons and cursors are those of some Targa files too, and two letters don't make a BMP.
-bool may_be_something_else(const Reader& reader) { return &reader == &kIcoReader || &reader == &kBmpReader; }
+/// Whether gdk-pixbuf is to try. The first bytes of icons and cursors are those of some Targa files too, and
+/// two letters don't make a BMP; but a file whose header makes sense to our reader is that reader's.
+bool may_be_another(const Reader* reader, ByteSpan file) {
+    if (reader == nullptr) return true;
+    PictureSize size;
+    return (reader == &kIcoReader || reader == &kBmpReader) && !reader->measure(file, size);
+}
 
 class Codecs final : public ImageCodec {
 public:
     bool decode(ByteSpan file, std::int32_t frame, DecodedImage& image) override {
         if (file.empty() || frame < 0) return false;
         const Reader* reader = reader_of(file);
-        if (reader != nullptr && reader->decode(file, frame, image)) return true;
-        return (reader == nullptr || may_be_something_else(*reader)) &&
-               kPixbufReader.decode(file, frame, image);
+        if (may_be_another(reader, file)) reader = &kPixbufReader;
+        return reader->decode(file, frame, image);
     }
 
     bool is_image(ByteSpan file) override {
         if (file.empty()) return false;
         const Reader* reader = reader_of(file);
-        if (reader != nullptr && has_size(*reader, file)) return true;
-        return (reader == nullptr || may_be_something_else(*reader)) && has_size(kPixbufReader, file);
+        if (may_be_another(reader, file)) reader = &kPixbufReader;
+        PictureSize size;
+        return reader->measure(file, size) && is_picture_size(size.width, size.height);
     }
 
     bool encode(ConstPixelBuffer picture, SaveType type, const EncodeOptions& options,
@@ -56,12 +61,6 @@ public:
                 return encode_png(picture, options, file);
         }
         return false;
-    }
-
-private:
-    static bool has_size(const Reader& reader, ByteSpan file) {
-        PictureSize size;
-        return reader.measure(file, size) && is_picture_size(size.width, size.height);
     }
 };
 

@@ -1,0 +1,167 @@
+// Files are read whole, and written whole or not at all.
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+
+#include "codecs/temporary_folder.h"
+#include "platform/linux/linux_platform.h"
+
+namespace pixvane::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Bytes = std::vector<std::uint8_t>;
+
+bool write(const std::string& path, const Bytes& bytes) {
+    return linux_file_system().write_whole(path, bytes);
+}
+
+bool read(const std::string& path, Bytes& bytes) {
+    ByteBuffer buffer;
+    if (!linux_file_system().read(path, buffer)) return false;
+    bytes.assign(buffer.data(), buffer.data() + buffer.size());
+    return true;
+}
+
+mode_t mode_of(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+
+const Bytes kOld{'o', 'l', 'd'};
+const Bytes kNew(100'000, 'n');
+
+TEST(LinuxFiles, RoundTripKeepsBytesAndPermissions) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "picture \xC3\xA9.png";
+    Bytes bytes;
+    const mode_t mask = umask(027);
+    EXPECT_TRUE(write(path, kOld));
+    umask(mask);
+    EXPECT_EQ(mode_of(path), 0640u);
+    EXPECT_TRUE(read(path, bytes));
+    EXPECT_EQ(bytes, kOld);
+
+    ASSERT_EQ(chmod(path.c_str(), 0604), 0);
+    EXPECT_TRUE(write(path, kNew));
+    EXPECT_EQ(mode_of(path), 0604u);
+    EXPECT_TRUE(read(path, bytes));
+    EXPECT_EQ(bytes, kNew);
+    EXPECT_TRUE(write(path, {}));
+    EXPECT_TRUE(read(path, bytes));
+    EXPECT_TRUE(bytes.empty());
+    EXPECT_EQ(folder.names().size(), 1u);
+}
+
+TEST(LinuxFiles, BareNamesLieInTheCurrentFolder) {
+    const TemporaryFolder folder;
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.path());
+    EXPECT_TRUE(write("bare", kOld));
+    fs::current_path(before);
+    EXPECT_EQ(content_of(folder / "bare"), kOld);
+}
+
+TEST(LinuxFiles, LinksStayAndTheirTargetsAreWritten) {
+    const TemporaryFolder folder;
+    fs::create_directory(folder / "there");
+    write_content(folder / "there/real", "old");
+    fs::create_symlink("there/real", folder / "link");
+    fs::create_symlink("link", folder / "second");
+    fs::create_symlink(folder / "there/fresh", folder / "dangling");
+    fs::create_symlink("round", folder / "round");
+    EXPECT_TRUE(write(folder / "second", kNew));
+    EXPECT_TRUE(write(folder / "dangling", kNew));
+    EXPECT_FALSE(write(folder / "round", kNew));
+    for (const char* name : {"link", "second", "dangling", "round"})
+        EXPECT_TRUE(fs::is_symlink(folder / name));
+    EXPECT_EQ(content_of(folder / "there/real"), kNew);
+    EXPECT_EQ(content_of(folder / "there/fresh"), kNew);
+}
+
+TEST(LinuxFiles, OnlyRegularFilesCount) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    fs::create_directory(folder / "folder");
+    Bytes bytes;
+    for (const std::string& path :
+         {folder / "pipe", folder / "folder", folder / "folder/", folder / "missing",
+          std::string("/dev/full"), std::string("/dev/zero"), std::string(), folder / std::string("a\0b", 3)})
+        EXPECT_FALSE(read(path, bytes)) << path;
+    for (const std::string& path : {folder / "pipe", folder / "folder", folder / "folder/",
+                                    std::string("/dev/full"), std::string(), folder / std::string("a\0b", 3)})
+        EXPECT_FALSE(write(path, kNew)) << path;
+    EXPECT_EQ(folder.names(), (std::vector<std::string>{"folder", "pipe"}));
+}
+
+TEST(LinuxFiles, NoPlaceForTheFile) {
+    const TemporaryFolder folder;
+    write_content(folder / "file", "old");
+    EXPECT_FALSE(write(folder / "file/below", kNew));
+    EXPECT_FALSE(write(folder / "missing/below", kNew));
+    EXPECT_FALSE(write("/proc/pixvane-test", kNew));
+    EXPECT_EQ(content_of(folder / "file"), kOld);
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"file"});
+}
+
+TEST(LinuxFiles, ClosedFilesAndFoldersAreNotWritten) {
+    if (geteuid() == 0) GTEST_SKIP() << "root may write everywhere";
+    const TemporaryFolder folder;
+    write_content(folder / "file", "old");
+    ASSERT_EQ(chmod((folder / "file").c_str(), 0400), 0);
+    EXPECT_FALSE(write(folder / "file", kNew));
+    ASSERT_EQ(chmod((folder / "file").c_str(), 0600), 0);
+    ASSERT_EQ(chmod(folder.path().c_str(), 0500), 0);
+    EXPECT_FALSE(write(folder / "file", kNew));
+    ASSERT_EQ(chmod(folder.path().c_str(), 0700), 0);
+    EXPECT_EQ(content_of(folder / "file"), kOld);
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"file"});
+}
+
+/// Fails in the middle of the bytes, as a full disk does.
+TEST(LinuxFiles, AWriteThatBreaksOffLeavesTheOldFile) {
+    const TemporaryFolder folder;
+    write_content(folder / "file", "old");
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    rlimit small = before;
+    small.rlim_cur = 4096;
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const bool existing = write(folder / "file", kNew);
+    const bool fresh = write(folder / "fresh", kNew);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(existing);
+    EXPECT_FALSE(fresh);
+    EXPECT_EQ(content_of(folder / "file"), kOld);
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"file"});
+}
+
+TEST(LinuxFiles, AFullOrReadOnlyDiskLeavesTheOldFile) {
+    const TemporaryFolder folder;
+    const std::string disk = folder / "disk";
+    fs::create_directory(disk);
+    if (mount("tmpfs", disk.c_str(), "tmpfs", 0, "size=64k") != 0) GTEST_SKIP() << "no right to mount";
+    write_content(disk + "/file", "old");
+    EXPECT_FALSE(write(disk + "/file", kNew));
+    EXPECT_FALSE(write(disk + "/fresh", kNew));
+    EXPECT_EQ(content_of(disk + "/file"), kOld);
+    EXPECT_TRUE(write(disk + "/file", Bytes(20'000, 'x'))) << "there is room for this";
+    if (mount("", disk.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0) {
+        EXPECT_FALSE(write(disk + "/file", kOld));
+        EXPECT_EQ(content_of(disk + "/file"), Bytes(20'000, 'x'));
+    }
+    EXPECT_EQ(std::distance(fs::directory_iterator(disk), fs::directory_iterator()), 1);
+    umount(disk.c_str());
+}
+
+}  // namespace
+}  // namespace pixvane::test

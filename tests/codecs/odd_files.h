@@ -1,0 +1,54 @@
+// Files of every kind that the codecs read, made here, with the pictures that must come out.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "support/pictures.h"
+
+namespace pixvane::test {
+
+using Bytes = std::vector<std::uint8_t>;
+
+struct OddFile {
+    std::string name;
+    Bytes bytes;
+    std::vector<Picture> frames;  ///< in the order of the file's frames
+    std::uint32_t tolerance = 0;  ///< by which a channel may be off, for kinds that lose something
+};
+
+std::vector<OddFile> bmp_files();
+std::vector<OddFile> gif_files();
+std::vector<OddFile> icon_files();
+std::vector<OddFile> jpeg_files();
+std::vector<OddFile> png_files();
+std::vector<OddFile> tiff_files();
+std::vector<OddFile> webp_files();
+/// Formats that gdk-pixbuf decodes.
+std::vector<OddFile> other_files();
+std::vector<OddFile> all_odd_files();
+
+/// Smooth colours that lossy formats keep, opaque.
+Picture smooth_picture(std::int32_t width, std::int32_t height);
+
+inline void put16(Bytes& bytes, std::uint32_t value) {
+    bytes.push_back(static_cast<std::uint8_t>(value));
+    bytes.push_back(static_cast<std::uint8_t>(value >> 8));
+}
+inline void put32(Bytes& bytes, std::uint32_t value) {
+    put16(bytes, value);
+    put16(bytes, value >> 16);
+}
+inline void append(Bytes& bytes, const Bytes& more) { bytes.insert(bytes.end(), more.begin(), more.end()); }
+inline Bytes text(const std::string& characters) { return {characters.begin(), characters.end()}; }
+
+/// A PNG file around rows that are filtered already, each with its filter byte.
+Bytes png_around(std::int32_t width, std::int32_t height, std::uint8_t bitDepth, std::uint8_t color,
+                 const Bytes& filteredRows, const Bytes& chunksBefore = {});
+Bytes png_chunk(const std::string& type, const Bytes& body);
+/// A plain RGBA PNG of a picture.
+Bytes png_of(const Picture& picture);
+
+}  // namespace pixvane::test

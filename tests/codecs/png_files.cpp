@@ -1,0 +1,243 @@
+// PNG files of every kind.
+// SPDX-License-Identifier: MIT
+#include <png.h>
+#include <zlib.h>
+
+#include <array>
+#include <cstdlib>
+#include <functional>
+
+#include "codecs/odd_files.h"
+
+namespace pixvane::test {
+namespace {
+
+void put_big(Bytes& bytes, std::uint32_t value) {
+    for (int shift = 24; shift >= 0; shift -= 8) bytes.push_back(static_cast<std::uint8_t>(value >> shift));
+}
+
+Bytes deflated(const Bytes& bytes) {
+    Bytes result(compressBound(static_cast<uLong>(bytes.size())));
+    uLongf size = static_cast<uLongf>(result.size());
+    compress2(result.data(), &size, bytes.data(), static_cast<uLong>(bytes.size()), 6);
+    result.resize(size);
+    return result;
+}
+
+struct LibpngKind {
+    int bitDepth;
+    int color;
+    bool interlaced = false;
+    std::vector<png_color> palette{};
+    Bytes paletteAlpha{};
+    png_color_16* transparent = nullptr;
+};
+
+/// `rows` as libpng wants them for the kind; 16-bit samples with the high byte first.
+Bytes write_with_libpng(std::int32_t width, std::int32_t height, const LibpngKind& kind, Bytes rows) {
+    Bytes file;
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_set_write_fn(
+        png, &file,
+        [](png_structp p, png_bytep bytes, size_t size) {
+            auto* out = static_cast<Bytes*>(png_get_io_ptr(p));
+            out->insert(out->end(), bytes, bytes + size);
+        },
+        [](png_structp) {});
+    png_set_IHDR(png, info, static_cast<png_uint_32>(width), static_cast<png_uint_32>(height), kind.bitDepth,
+                 kind.color, kind.interlaced ? PNG_INTERLACE_ADAM7 : PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    if (!kind.palette.empty())
+        png_set_PLTE(png, info, kind.palette.data(), static_cast<int>(kind.palette.size()));
+    if (!kind.paletteAlpha.empty())
+        png_set_tRNS(png, info, kind.paletteAlpha.data(), static_cast<int>(kind.paletteAlpha.size()),
+                     nullptr);
+    if (kind.transparent != nullptr) png_set_tRNS(png, info, nullptr, 0, kind.transparent);
+    const std::size_t stride = rows.size() / static_cast<std::size_t>(height);
+    std::vector<png_bytep> pointers;
+    for (std::size_t y = 0; y < static_cast<std::size_t>(height); ++y)
+        pointers.push_back(rows.data() + y * stride);
+    png_set_rows(png, info, pointers.data());
+    png_write_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
+    png_destroy_write_struct(&png, &info);
+    return file;
+}
+
+Bytes rgba_bytes(const Picture& picture) {
+    Bytes bytes;
+    for (const Pixel p : picture.pixels)
+        for (const std::uint32_t channel : {red_of(p), green_of(p), blue_of(p), alpha_of(p)})
+            bytes.push_back(static_cast<std::uint8_t>(channel));
+    return bytes;
+}
+
+/// The filters by their definition, one after the other down the rows.
+Bytes filter_in_turn(const Bytes& raw, std::size_t stride, std::size_t bytesPerPixel, int firstFilter) {
+    Bytes result;
+    for (std::size_t y = 0; y < raw.size() / stride; ++y) {
+        const int filter = (firstFilter + static_cast<int>(y)) % 5;
+        result.push_back(static_cast<std::uint8_t>(filter));
+        for (std::size_t x = 0; x < stride; ++x) {
+            const int a = x < bytesPerPixel ? 0 : raw[y * stride + x - bytesPerPixel];
+            const int b = y == 0 ? 0 : raw[(y - 1) * stride + x];
+            const int c = x < bytesPerPixel || y == 0 ? 0 : raw[(y - 1) * stride + x - bytesPerPixel];
+            const int p = a + b - c;
+            const int pa = std::abs(p - a);
+            const int pb = std::abs(p - b);
+            const int pc = std::abs(p - c);
+            const int paeth = pa <= pb && pa <= pc ? a : pb <= pc ? b : c;
+            const std::array<int, 5> predictions{0, a, b, (a + b) / 2, paeth};
+            result.push_back(static_cast<std::uint8_t>(raw[y * stride + x] -
+                                                       predictions[static_cast<std::size_t>(filter)]));
+        }
+    }
+    return result;
+}
+
+std::uint32_t to_byte(std::uint32_t wide) { return (wide * 255 + 32767) / 65535; }
+
+OddFile all_filters(std::uint8_t color, int firstFilter) {
+    const std::size_t channels = color == 0 ? 1 : color == 2 ? 3 : color == 4 ? 2 : 4;
+    Picture picture = random_picture(61, 47, 31 + color);
+    Bytes raw;
+    for (Pixel& p : picture.pixels) {
+        if (channels < 3) p = (p & kOpaque) | green_of(p) * 0x010101;
+        if (channels % 2 != 0) p |= kOpaque;
+        if (channels >= 3) raw.push_back(static_cast<std::uint8_t>(red_of(p)));
+        raw.push_back(static_cast<std::uint8_t>(green_of(p)));
+        if (channels >= 3) raw.push_back(static_cast<std::uint8_t>(blue_of(p)));
+        if (channels % 2 == 0) raw.push_back(static_cast<std::uint8_t>(alpha_of(p)));
+    }
+    const Bytes rows = filter_in_turn(raw, 61 * channels, channels, firstFilter);
+    return {"PNG with all filters, colour type " + std::to_string(color) + ", from filter " +
+                std::to_string(firstFilter),
+            png_around(61, 47, 8, color, rows),
+            {picture}};
+}
+
+OddFile wide_samples(bool alpha, bool interlaced) {
+    TestRandom random(77);
+    Picture picture(33, 21);
+    Bytes rows;
+    for (Pixel& p : picture.pixels) {
+        std::array<std::uint32_t, 4> samples;
+        for (std::uint32_t& sample : samples) sample = random.below(65536);
+        for (std::size_t i = 0; i < (alpha ? 4u : 3u); ++i) {
+            rows.push_back(static_cast<std::uint8_t>(samples[i] >> 8));
+            rows.push_back(static_cast<std::uint8_t>(samples[i]));
+        }
+        p = make_pixel(alpha ? to_byte(samples[3]) : 255, to_byte(samples[0]), to_byte(samples[1]),
+                       to_byte(samples[2]));
+    }
+    const LibpngKind kind{16, alpha ? PNG_COLOR_TYPE_RGBA : PNG_COLOR_TYPE_RGB, interlaced};
+    return {std::string("PNG, 16 bits") + (alpha ? ", alpha" : "") + (interlaced ? ", interlaced" : ""),
+            write_with_libpng(33, 21, kind, rows),
+            {picture}};
+}
+
+OddFile palette_png(int bitDepth, bool transparent, bool interlaced) {
+    TestRandom random(5);
+    LibpngKind kind{bitDepth, PNG_COLOR_TYPE_PALETTE, interlaced};
+    const std::uint32_t colors = 1u << bitDepth;
+    std::vector<Pixel> palette;
+    for (std::uint32_t i = 0; i < colors; ++i) {
+        Pixel p = random.next() | kOpaque;
+        if (transparent && i < colors / 2) p = (p & 0xFFFFFF) | random.below(256) << 24;
+        if (transparent && i < colors / 2)
+            kind.paletteAlpha.push_back(static_cast<std::uint8_t>(alpha_of(p)));
+        palette.push_back(p);
+        kind.palette.push_back({static_cast<png_byte>(red_of(p)), static_cast<png_byte>(green_of(p)),
+                                static_cast<png_byte>(blue_of(p))});
+    }
+    Picture picture(37, 19);
+    const std::size_t stride = (37 * static_cast<std::size_t>(bitDepth) + 7) / 8;
+    Bytes rows(stride * 19);
+    for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
+        const std::uint32_t index = random.below(colors);
+        picture.pixels[i] = palette[index];
+        const std::size_t bit = i % 37 * static_cast<std::size_t>(bitDepth);
+        rows[i / 37 * stride + bit / 8] = static_cast<std::uint8_t>(
+            rows[i / 37 * stride + bit / 8] | index << (8 - static_cast<std::size_t>(bitDepth) - bit % 8));
+    }
+    return {"PNG, palette, " + std::to_string(bitDepth) + " bits" + (transparent ? ", tRNS" : "") +
+                (interlaced ? ", interlaced" : ""),
+            write_with_libpng(37, 19, kind, rows),
+            {picture}};
+}
+
+OddFile transparent_color_png() {
+    Picture picture = random_opaque_picture(23, 17, 9);
+    Bytes rows;
+    png_color_16 key{0, 12, 34, 56, 0};
+    for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
+        Pixel& p = picture.pixels[i];
+        if (i % 5 == 0) p = make_pixel(255, key.red, key.green, key.blue);
+        for (const std::uint32_t channel : {red_of(p), green_of(p), blue_of(p)})
+            rows.push_back(static_cast<std::uint8_t>(channel));
+        if (i % 5 == 0) p &= 0xFFFFFF;
+    }
+    return {"PNG, one colour transparent",
+            write_with_libpng(23, 17, {8, PNG_COLOR_TYPE_RGB, false, {}, {}, &key}, rows),
+            {picture}};
+}
+
+OddFile interlaced_rgba_png() {
+    const Picture picture = random_picture(29, 31, 12);
+    return {"PNG, RGBA, interlaced",
+            write_with_libpng(29, 31, {8, PNG_COLOR_TYPE_RGBA, true}, rgba_bytes(picture)),
+            {picture}};
+}
+
+}  // namespace
+
+Bytes png_chunk(const std::string& type, const Bytes& body) {
+    Bytes chunk;
+    put_big(chunk, static_cast<std::uint32_t>(body.size()));
+    append(chunk, text(type));
+    append(chunk, body);
+    put_big(chunk,
+            static_cast<std::uint32_t>(crc32(0, chunk.data() + 4, static_cast<uInt>(chunk.size() - 4))));
+    return chunk;
+}
+
+Bytes png_around(std::int32_t width, std::int32_t height, std::uint8_t bitDepth, std::uint8_t color,
+                 const Bytes& filteredRows, const Bytes& chunksBefore) {
+    Bytes file{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+    Bytes header;
+    put_big(header, static_cast<std::uint32_t>(width));
+    put_big(header, static_cast<std::uint32_t>(height));
+    append(header, {bitDepth, color, 0, 0, 0});
+    append(file, png_chunk("IHDR", header));
+    append(file, chunksBefore);
+    // In two parts, as many writers do.
+    const Bytes data = deflated(filteredRows);
+    const auto middle = data.begin() + static_cast<std::ptrdiff_t>(data.size() / 2);
+    append(file, png_chunk("IDAT", {data.begin(), middle}));
+    append(file, png_chunk("IDAT", {middle, data.end()}));
+    append(file, png_chunk("IEND", {}));
+    return file;
+}
+
+Bytes png_of(const Picture& picture) {
+    const Bytes raw = rgba_bytes(picture);
+    const std::size_t stride = static_cast<std::size_t>(picture.width) * 4;
+    return png_around(picture.width, picture.height, 8, 6, filter_in_turn(raw, stride, 4, 1));
+}
+
+std::vector<OddFile> png_files() {
+    std::vector<OddFile> files;
+    for (const std::uint8_t color : Bytes{0, 2, 4, 6})
+        for (int first = 0; first < 5; ++first) files.push_back(all_filters(color, first));
+    for (const bool alpha : {false, true})
+        for (const bool interlaced : {false, true}) files.push_back(wide_samples(alpha, interlaced));
+    for (const int bits : {1, 2, 4, 8}) {
+        files.push_back(palette_png(bits, false, bits == 4));
+        files.push_back(palette_png(bits, true, bits == 2));
+    }
+    files.push_back(transparent_color_png());
+    files.push_back(interlaced_rgba_png());
+    return files;
+}
+
+}  // namespace pixvane::test
