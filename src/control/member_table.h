@@ -158,8 +158,8 @@ Row command(const char* name, std::int32_t macroCode, R (*run)(ImageStore&, A...
     row.macroCode = macroCode;
     row.arguments = detail::with_kinds<A...>(arguments);
     row.run = reinterpret_cast<Row::FreeFunction>(run);
-    row.callThunk =
-        std::is_same_v<R, bool> ? &detail::call_command_if_run<A...> : &detail::call_command<A...>;
+    row.records = std::is_same_v<R, bool> ? Records::IfRun : Records::Before;
+    row.callThunk = &detail::call_command<R, A...>;
     return row;
 }
 

@@ -46,7 +46,8 @@ TEST(Table, gives_each_macro_code_to_one_command) {
     std::map<std::int32_t, std::string> codes;
     for (const Row& row : member_table()) {
         EXPECT_EQ(row.edits, row.macroCode >= 0) << row.name;
-        if (!row.edits) continue;
+        // SetNewSize is recorded under the code of ScaleImage, and played as such.
+        if (!row.edits || row.name == std::string("SetNewSize")) continue;
         EXPECT_TRUE(codes.emplace(row.macroCode, row.name).second) << row.name;
     }
 }
