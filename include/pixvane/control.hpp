@@ -187,15 +187,15 @@ protected:
         return pixvane_string_n(text.data(), text.size());
     }
     static pixvane_value to_value(View<std::uint8_t> bytes) {
-        return bytes.is_null() ? pixvane_null() : pixvane_bytes(bytes.data(), bytes.size());
+        return bytes.is_null() ? pixvane_null() : pixvane_bytes(address_of(bytes), bytes.size());
     }
     static pixvane_value to_value(View<std::int32_t> numbers) {
-        return numbers.is_null() ? pixvane_null() : pixvane_int32_array(numbers.data(), numbers.size());
+        return numbers.is_null() ? pixvane_null() : pixvane_int32_array(address_of(numbers), numbers.size());
     }
     /// Points as coordinates x0, y0, x1, y1, ...
     static pixvane_value points_value(View<std::int32_t> coordinates) {
         return coordinates.is_null() ? pixvane_null()
-                                     : pixvane_points(coordinates.data(), coordinates.size() / 2);
+                                     : pixvane_points(address_of(coordinates), coordinates.size() / 2);
     }
 
     static std::string_view text_of(const pixvane_value& value) {
@@ -232,6 +232,13 @@ protected:
     }
 
 private:
+    /// Never null: to the library an array without an address is no array, but an empty vector has none.
+    template <class T>
+    static const T* address_of(View<T> elements) {
+        static const T none{};
+        return elements.data() != nullptr ? elements.data() : &none;
+    }
+
     struct State;
     struct Subscription {
         State* state;

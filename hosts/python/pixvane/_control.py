@@ -128,7 +128,8 @@ def _method(member):
 
     def method(self, *values):
         if len(values) != count:
-            raise TypeError("%s(%s) takes %d arguments, not %d" % (member.name, wanted, count, len(values)))
+            plural = "" if count == 1 else "s"
+            raise TypeError("%s(%s) takes %d argument%s, not %d" % (member.name, wanted, count, plural, len(values)))
         return invoke(self, *values)
 
     kind = inspect.Parameter.POSITIONAL_ONLY
