@@ -48,7 +48,7 @@ TEST(Adjust, SaturateMovesAwayFromGrey) {
     EXPECT_EQ(run({0xFF336699}, saturate(-100)), (Pixels{0xFF895623}));
     // Half: base = 47; 47 + 25.5, 47 + 51, 47 + 76.5.
     EXPECT_EQ(run({0xFF336699}, saturate(50)), (Pixels{0xFF48627B}));
-    // A base of -4767413695 doesn't fit 32 bits and becomes -2147483648, so that red, 2190433319 scaled, is
+    // A base of -4767413474 doesn't fit 32 bits and becomes -2147483648, so that red, 2190433319 scaled, is
     // above it.
     EXPECT_EQ(run({0xFF66FFFF}, saturate(kLargest)), (Pixels{0xFFFFFFFF}));
 }
