@@ -131,7 +131,7 @@ std::vector<OddFile> gif_files() {
         frame(15, 10, 10, 10, 8, DISPOSE_PREVIOUS), frame(0, 8, 20, 4, 9, DISPOSAL_UNSPECIFIED),
     };
     for (std::size_t i = 1; i < animation.size(); ++i) animation[i].transparent = i % 2 != 0;
-    animation[3].localPalette = 99;
+    animation.back().localPalette = 99;
     animation[3].interlaced = true;
     return {gif("GIF, interlaced", 31, 27, {interlaced}), gif("GIF, interlaced, few rows", 5, 3, {low}),
             gif("GIF, animated", 20, 16, animation),
