@@ -46,7 +46,7 @@ accepts. What a step gives is printed: GetPixel=10,10.
 Examples
   pixvane edit photo.jpg better.jpg Autolevels Saturate=130 JpegQuality=95
   pixvane edit photo.jpg framed.png AddSimpleBorder=40,#FFFFFF
-  pixvane edit night.png day.png Brightness=30,30,20 Gamma=0.7 Undo
+  pixvane edit scan.tif page.png RotateFlip=1 Autocontrast BWLevels=2
 )";
 
 const char* const kInfoHelp =
