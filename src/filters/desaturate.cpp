@@ -28,7 +28,7 @@ using namespace pixvane::HWY_NAMESPACE;
 
 struct ToGrey {
     HWY_INLINE PixelVec operator()(PixelVec pixels) const {
-        return opaque(low_byte_everywhere(luma_lanes<BlueIs::Last>(pixels)));
+        return opaque(luma_everywhere<BlueIs::Last>(pixels));
     }
 };
 

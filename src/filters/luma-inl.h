@@ -76,7 +76,7 @@ HWY_INLINE IntVec luma_in_doubles(PixelVec pixels) {
     }
 }
 
-// Added to a float of up to 22 bits, it rounds it to a whole number and leaves that in the low bits.
+// A sum with it is rounded to a whole number, whose low bits are those of the float.
 constexpr float kRounder = 12582912.0F;
 
 // Greys whose luma in doubles, blue added last, falls short of themselves. With blue first none does.
@@ -100,29 +100,45 @@ HWY_INLINE IntVec luma_where_whole(PixelVec pixels, IntVec luma, hn::Mask<IntTag
     return luma;
 }
 
-// Luma, 0..255 in each lane. Exact luma is a number of ten-thousandths, so that floats can tell a whole
-// number from its neighbours: the sum is made half a step too large, and one half too small for the rounding.
+// Luma in the low byte of each lane; what stands above it is of no meaning. Exact luma is a whole number of
+// ten-thousandths, and floats can divide it: twice that number, less half of 20000 but for one, makes the
+// rounding cut off the fraction.
 template <BlueIs kBlue>
-HWY_INLINE IntVec luma_lanes(PixelVec pixels, const FloatChannels& channels) {
-    using namespace filters;
+HWY_INLINE IntVec luma_low_bytes(PixelVec pixels) {
     const FloatTag d;
     const IntTag ints;
-    constexpr float kStep = 1e-4F;
-    FloatVec sum =
-        hn::MulAdd(channels.green, hn::Set(d, static_cast<float>(kLumaGreen)), hn::Set(d, -0.5F + kStep / 2));
-    sum = hn::MulAdd(channels.red, hn::Set(d, static_cast<float>(kLumaRed)), sum);
-    sum = hn::MulAdd(channels.blue, hn::Set(d, static_cast<float>(kLumaBlue)), sum);
-    const FloatVec rounded = hn::Add(sum, hn::Set(d, kRounder));
-    const FloatVec fraction = hn::Sub(sum, hn::Sub(rounded, hn::Set(d, kRounder)));
-    const auto whole = hn::Lt(fraction, hn::Set(d, -0.5F + kStep));
-    const IntVec luma = hn::And(hn::BitCast(ints, rounded), hn::Set(ints, 0xFF));
+    const hn::Repartition<std::int16_t, PixelTag> words;
+    constexpr std::int32_t kOne = 20000;
+    constexpr std::int32_t kHalf = kOne / 2 - 1;
+    const auto blueRed = hn::BitCast(words, hn::And(pixels, hn::Set(PixelTag(), 0x00FF00FF)));
+    const auto greenAlpha = hn::BitCast(
+        words, hn::ShiftRight<8>(hn::BitCast(hn::Repartition<std::uint16_t, PixelTag>(), pixels)));
+    IntVec unused = hn::Zero(ints);
+    IntVec sum = hn::ReorderWidenMulAccumulate(
+        ints, blueRed, hn::BitCast(words, hn::Set(ints, 4250 << 16 | 1442)), hn::Set(ints, -kHalf), unused);
+    sum = hn::ReorderWidenMulAccumulate(ints, greenAlpha, hn::BitCast(words, hn::Set(ints, 14308)), sum,
+                                        unused);
+
+    const FloatVec steps = hn::ConvertTo(d, sum);
+    const FloatVec rounded = hn::MulAdd(steps, hn::Set(d, 1.0F / kOne), hn::Set(d, kRounder));
+    const FloatVec quotient = hn::Sub(rounded, hn::Set(d, kRounder));
+    const FloatVec rest = hn::NegMulAdd(quotient, hn::Set(d, kOne), steps);
+    const auto whole = hn::Eq(rest, hn::Set(d, -kHalf));
+    const IntVec luma = hn::BitCast(ints, rounded);
     if (HWY_LIKELY(hn::AllFalse(d, whole))) return luma;
-    return luma_where_whole<kBlue>(pixels, luma, hn::RebindMask(ints, whole));
+    return luma_where_whole<kBlue>(pixels, hn::And(luma, hn::Set(ints, 0xFF)), hn::RebindMask(ints, whole));
 }
 
+// Luma, 0..255 in each lane.
 template <BlueIs kBlue>
 HWY_INLINE PixelVec luma_lanes(PixelVec pixels) {
-    return hn::BitCast(PixelTag(), luma_lanes<kBlue>(pixels, to_floats(pixels)));
+    return hn::And(hn::BitCast(PixelTag(), luma_low_bytes<kBlue>(pixels)), hn::Set(PixelTag(), 0xFF));
+}
+
+// Luma in all four bytes of each lane.
+template <BlueIs kBlue>
+HWY_INLINE PixelVec luma_everywhere(PixelVec pixels) {
+    return low_byte_everywhere(hn::BitCast(PixelTag(), luma_low_bytes<kBlue>(pixels)));
 }
 
 }  // namespace pixvane::HWY_NAMESPACE

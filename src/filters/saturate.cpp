@@ -76,7 +76,7 @@ struct InFloats {
         const IntTag ints;
         const FloatTag d;
         const FloatChannels channels = to_floats(pixels);
-        const IntVec luma = luma_lanes<BlueIs::First>(pixels, channels);
+        const IntVec luma = hn::BitCast(ints, luma_lanes<BlueIs::First>(pixels));
         const FloatVec base = hn::ConvertTo(d, hn::GatherIndex(ints, bases, luma));
         // Rounding after half of one was taken off, all but less than a hundredth, cuts off the fraction.
         const FloatVec lowered = hn::Sub(base, hn::Set(d, 0.495F));
@@ -132,7 +132,7 @@ struct WeakerInBytes {
     HWY_INLINE PixelVec operator()(PixelVec pixels) const {
         const ByteTag d;
         const ByteVec c = hn::BitCast(d, pixels);
-        const ByteVec luma = hn::BitCast(d, low_byte_everywhere(luma_lanes<BlueIs::First>(pixels)));
+        const ByteVec luma = hn::BitCast(d, luma_everywhere<BlueIs::First>(pixels));
         const ByteVec sum = hn::SaturatedAdd(scaled(c), base(luma));
         const auto withinLimit = hn::Eq(hn::Min(sum, limit(c)), sum);
         const ByteVec less = hn::IfThenElseZero(withinLimit, hn::Set(d, 1));
@@ -162,7 +162,7 @@ struct StrongerInBytes {
     HWY_INLINE PixelVec operator()(PixelVec pixels) const {
         const ByteTag d;
         const ByteVec c = hn::BitCast(d, pixels);
-        const ByteVec luma = hn::BitCast(d, low_byte_everywhere(luma_lanes<BlueIs::First>(pixels)));
+        const ByteVec luma = hn::BitCast(d, luma_everywhere<BlueIs::First>(pixels));
         const ByteVec up = gain(c);
         const ByteVec down = loss(luma);
         const ByteVec raised = hn::SaturatedAdd(c, hn::SaturatedSub(up, down));
