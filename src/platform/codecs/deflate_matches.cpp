@@ -13,6 +13,8 @@ static_assert(std::endian::native == std::endian::little);
 
 // Shorter copies cost as much as the bytes themselves.
 constexpr std::size_t kWorthwhile = 6;
+// To leave a copy that would go on, for a run.
+constexpr std::size_t kWorthwhileRun = kLongestMatch;
 // After so many bytes without a find the steps grow by one.
 constexpr int kPatienceBits = 6;
 
@@ -23,6 +25,9 @@ std::uint64_t load64(const std::uint8_t* p) {
 }
 
 constexpr std::uint64_t kCompared = (std::uint64_t{1} << 8 * kWorthwhile) - 1;
+
+/// Whether the next bytes are all as the one before them.
+bool is_run(const std::uint8_t* p) { return ((load64(p - 1) ^ load64(p)) & kCompared) == 0; }
 
 /// How far the bytes at a and b agree, up to `limit` from a.
 std::size_t common_length(const std::uint8_t* a, const std::uint8_t* b, const std::uint8_t* limit) {
@@ -70,14 +75,21 @@ void MatchFinder::find(const std::uint8_t* window, std::size_t start, std::size_
         const std::uint64_t bytes = load64(window + at);
         std::uint32_t& latest = latest_[slot_of(bytes)];
         const std::uint32_t here = static_cast<std::uint32_t>(at) + offset;
-        const std::uint32_t distance = here - latest;
+        std::uint32_t distance = here - latest;
         latest = here;
+        // A run of one byte is best told as such: the nearest distance is the shortest to write.
+        if (at > 0 && is_run(window + at)) distance = 1;
         if (distance > kDeflateWindow || ((load64(window + at - distance) ^ bytes) & kCompared) != 0) {
             at += 1 + ((at - pending) >> kPatienceBits);
             continue;
         }
         const std::uint8_t* const source = window + at - distance;
         std::size_t length = common_length(window + at, source, window + end);
+        // A long copy goes on as a run where it can.
+        const std::uint8_t* const rest = window + at + kLongestMatch;
+        if (distance > 1 && length > kLongestMatch + kWorthwhileRun &&
+            common_length(rest, rest - 1, rest + kWorthwhileRun) == kWorthwhileRun)
+            length = kLongestMatch;
         std::size_t back = 0;
         while (at - back > pending && source - back > window && window[at - back - 1] == *(source - back - 1))
             ++back;
