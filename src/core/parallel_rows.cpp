@@ -47,6 +47,9 @@ public:
         for (std::thread& thread : threads_) thread.join();
     }
 
+    /// Threads that work on a job, the caller's included.
+    std::int32_t size() const { return static_cast<std::int32_t>(threads_.size()) + 1; }
+
     void run(Job& job) {
         {
             std::lock_guard lock(mutex_);
@@ -92,8 +95,9 @@ private:
 };
 
 struct PoolState {
-    std::mutex mutex;  // also held for the whole of a job: it is what "taken" means
+    std::mutex mutex;  // never held while a job runs
     Pool* pool = nullptr;
+    bool taken = false;  // by the one job that may run; other callers work alone meanwhile
     std::int32_t holders = 0;
     std::int32_t wanted = 0;       // threads; 0 until first asked for
     std::int32_t poolThreads = 0;  // what the pool was built for
@@ -135,28 +139,47 @@ WorkerThreads::WorkerThreads() {
 
 WorkerThreads::~WorkerThreads() {
     std::lock_guard lock(state->mutex);
-    if (--state->holders == 0) drop_pool_locked();
+    if (--state->holders == 0 && !state->taken) drop_pool_locked();
 }
 
-void detail::run_rows(std::int32_t rows, double nanosecondsPerRow, RowsFunction function, void* context) {
-    if (rows <= 0) return;
-    std::unique_lock lock(state->mutex, std::defer_lock);
-    if (rows < 2 || rows * nanosecondsPerRow < kWorthSplitting || insideJob || !lock.try_lock() ||
-        state->holders == 0 || wanted_locked() < 2) {
-        function(context, 0, rows);
-        return;
-    }
+namespace {
+
+/// The pool for one job, or null if the caller is to work alone.
+Pool* take_pool() {
+    std::lock_guard lock(state->mutex);
     const std::int32_t threads = wanted_locked();
+    if (state->taken || state->holders == 0 || threads < 2) return nullptr;
     if (state->pool == nullptr || state->poolThreads != threads) {
         drop_pool_locked();
         state->pool = new Pool(threads - 1);
         state->poolThreads = threads;
     }
-    const std::int32_t bands = std::min(rows, threads * kBandsPerThread);
+    state->taken = true;
+    return state->pool;
+}
+
+void give_pool_back() {
+    std::lock_guard lock(state->mutex);
+    state->taken = false;
+    if (state->holders == 0) drop_pool_locked();
+}
+
+}  // namespace
+
+void detail::run_rows(std::int32_t rows, double nanosecondsPerRow, RowsFunction function, void* context) {
+    if (rows <= 0) return;
+    const bool worthSplitting = rows >= 2 && rows * nanosecondsPerRow >= kWorthSplitting && !insideJob;
+    Pool* pool = worthSplitting ? take_pool() : nullptr;
+    if (pool == nullptr) {
+        function(context, 0, rows);
+        return;
+    }
+    const std::int32_t bands = std::min(rows, pool->size() * kBandsPerThread);
     Job job{function, context, rows, (rows + bands - 1) / bands};
     insideJob = true;
-    state->pool->run(job);
+    pool->run(job);
     insideJob = false;
+    give_pool_back();
 }
 
 void forget_worker_threads_after_fork() {

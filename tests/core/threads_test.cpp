@@ -61,6 +61,22 @@ TEST(Threads, split_only_once_however_deep_the_calls) {
     EXPECT_EQ(inner, 500);
 }
 
+TEST(Threads, leave_others_free_while_one_is_at_work) {
+    const WorkerThreads holder;
+    set_worker_threads(2);
+    std::atomic<int> arrived{0};
+    parallel_rows(2, kDear, [&](std::int32_t first, std::int32_t last) {
+        arrived += last - first;
+        // A second caller with a control of its own comes and goes while the first is inside.
+        std::thread([] {
+            const WorkerThreads other;
+            EXPECT_EQ(worker_threads(), 2);
+            EXPECT_EQ(visits(30, kDear), once(30));
+        }).join();
+    });
+    EXPECT_EQ(arrived, 2);
+}
+
 TEST(Threads, serve_callers_on_several_threads_and_a_changing_number) {
     auto holder = std::make_unique<WorkerThreads>();
     std::atomic<bool> right{true};
