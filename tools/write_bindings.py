@@ -1,11 +1,6 @@
 #!/usr/bin/env python3
 """Writes what is derived from the library's table of members: the typed C++ face, the Python stub and the
 reference page. Needs a build tree with the library, the Python package and the command line program.
-
-Usage: write_bindings.py [--build DIR] [--check]
-
-  --build DIR   the build tree to ask; else the one of these that was built last: build/*
-  --check       write nothing; exit status 1, naming the files, if a committed copy is stale
 """
 # SPDX-License-Identifier: MIT
 import argparse
@@ -34,11 +29,15 @@ def reference_page(build):
 
 
 def main():
-    parser = argparse.ArgumentParser(usage=__doc__.split("\n\n")[1])
-    parser.add_argument("--build")
-    parser.add_argument("--check", action="store_true")
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--build", metavar="DIR", help="the build tree to ask; else the one built last in build/")
+    parser.add_argument(
+        "--check", action="store_true", help="write nothing; exit status 1, naming the files, if a copy is stale"
+    )
     options = parser.parse_args()
     build = os.path.abspath(options.build) if options.build else built_tree()
+    if not os.path.exists(os.path.join(build, "hosts", "cli", "pixvane")):
+        sys.exit("write_bindings: %s has no command line program; build the target pixvane-cli" % build)
 
     sys.path.insert(0, os.path.join(build, "python"))
     import cpp_bindings

@@ -1,3 +1,4 @@
+# shellcheck shell=sh
 # Builds the example in C by its own Makefile, with nothing but pkg-config to find the library, and runs it.
 # Usage: make_example.sh PREFIX EXAMPLE WORK COMPILER
 PKG_CONFIG_PATH=$(dirname "$(find "$1" -name pixvane.pc)")

@@ -1,6 +1,7 @@
 """The window of a control as a Python host moves it, and the settings of the process."""
 # SPDX-License-Identifier: MIT
 import unittest
+import unittest.mock
 
 import pixvane
 from support import ControlTest, pixels
@@ -62,6 +63,27 @@ class Window(ControlTest):
         self.assertIs(type(window.captured), bool)
         self.assertIs(type(window.cursor), int)
         self.assertIs(type(window.timers()), dict)
+
+    def test_what_the_library_is_told_of_the_mouse(self):
+        told = []
+
+        def listen(control, *numbers):
+            told.append(numbers)
+            return 0
+
+        window = self.p.window
+        with unittest.mock.patch("pixvane._library.window_mouse", listen):
+            window.mouse_down(2, -5, 6)
+            window.mouse_up(1, 7, 8)
+            window.mouse_move(9, -10)
+            window.mouse_move(1, 2, [0, 2, 2])
+            window.mouse_move(1, 2, {1})
+            window.double_click(0, 3, 4)
+        # What, button, x, y, held: as the C interface numbers them.
+        self.assertEqual(
+            told,
+            [(0, 2, -5, 6, 0), (1, 1, 7, 8, 0), (2, 0, 9, -10, 0), (2, 0, 1, 2, 5), (2, 0, 1, 2, 2), (3, 0, 3, 4, 0)],
+        )
 
     def test_a_frame_is_as_large_as_it_says(self):
         self.p.window.resize(64, 48)

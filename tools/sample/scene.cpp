@@ -215,7 +215,7 @@ Rgb Scene::developed(Rgb color, int x, int y, float u, float v) const {
 void Scene::render_row(int y, std::uint8_t* bytes) const {
     const float v = (static_cast<float>(y) + 0.5f) * pixel_;
     const auto level = [](float value) {
-        return static_cast<std::uint8_t>(std::clamp(value, 0.0f, 1.0f) * 255.0f + 0.5f);
+        return static_cast<std::uint8_t>(std::lround(std::clamp(value, 0.0f, 1.0f) * 255.0f));
     };
     for (int x = 0; x < width_; ++x) {
         const float u = (static_cast<float>(x) + 0.5f) * pixel_;
