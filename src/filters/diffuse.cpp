@@ -1,0 +1,37 @@
+// Pixels scattered at random.
+// SPDX-License-Identifier: MIT
+#include <algorithm>
+
+#include "core/compose.h"
+#include "core/kernel_path.h"
+#include "filters/effects_plain.h"
+#include "filters/noise_draws.h"
+
+namespace pixvane::filters {
+
+void plain::diffuse(ConstPixelBuffer source, PixelBuffer target, std::int32_t reach,
+                    const RandomGenerator& start, std::int32_t first, std::int32_t last) {
+    const double scale = (2.0 * reach + 1) * kDrawUnit;
+    const auto height = static_cast<std::uint64_t>(source.height);
+    for (std::int32_t x = 0; x < source.width; ++x) {
+        RandomGenerator random = start;
+        random.jump(kDiffuseDraws *
+                    (static_cast<std::uint64_t>(x) * height + static_cast<std::uint64_t>(first)));
+        const auto scattered = [&](std::int32_t from, std::int32_t size) {
+            const std::int64_t to = from + static_cast<std::int64_t>(random.next() * scale) - reach;
+            return static_cast<std::int32_t>(std::clamp<std::int64_t>(to, 0, size - 1));
+        };
+        for (std::int32_t y = first; y < last; ++y) {
+            const std::int32_t u = scattered(x, source.width);
+            const std::int32_t v = scattered(y, source.height);
+            target.row(y)[x] = source_over(source.row(y)[x], source.row(v)[u]);
+        }
+    }
+}
+
+void diffuse(ConstPixelBuffer source, PixelBuffer target, std::int32_t reach, const RandomGenerator& start,
+             std::int32_t first, std::int32_t last) {
+    plain::diffuse(source, target, reach, start, first, last);
+}
+
+}  // namespace pixvane::filters
