@@ -11,7 +11,7 @@ packages=(
     libwebp-dev libdeflate-dev libgdk-pixbuf-2.0-dev zlib1g-dev
 )
 if [[ $level == test || $level == check ]]; then
-    packages+=(libgtest-dev)
+    packages+=(libgtest-dev make)
 fi
 if [[ $level == check ]]; then
     packages+=(clang-16 libclang-rt-16-dev clang-format-16 clang-tidy-16 shellcheck)
