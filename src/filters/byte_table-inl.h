@@ -34,6 +34,38 @@ private:
     ByteVec t0_, t1_, t2_, t3_;
 };
 
+// Parts of a value for each pixel of a quad: gathered from the low bytes of its lanes into one vector, so
+// that one lookup serves the quad, and spread to all four bytes of the lanes again.
+class QuadBytes {
+public:
+    QuadBytes() {
+        HWY_ALIGN std::uint8_t index[64];
+        const ByteTag d;
+        for (std::size_t i = 0; i < 64; ++i) index[i] = static_cast<std::uint8_t>(4 * (i % 32));
+        everyFourth_ = hn::Load(d, index);
+        for (std::size_t i = 0; i < 64; ++i) index[i] = static_cast<std::uint8_t>(i / 4);
+        fourTimes_ = hn::Load(d, index);
+    }
+
+    HWY_INLINE ByteVec gathered(PixelVec v0, PixelVec v1, PixelVec v2, PixelVec v3) const {
+        const __m512i first = _mm512_permutex2var_epi8(v0.raw, everyFourth_.raw, v1.raw);
+        const __m512i second = _mm512_permutex2var_epi8(v2.raw, everyFourth_.raw, v3.raw);
+        return ByteVec{_mm512_mask_blend_epi64(0xF0, first, second)};
+    }
+
+    HWY_INLINE PixelQuad spread(ByteVec bytes) const {
+        return {spread(bytes, 0), spread(bytes, 16), spread(bytes, 32), spread(bytes, 48)};
+    }
+
+private:
+    HWY_INLINE PixelVec spread(ByteVec bytes, std::uint8_t first) const {
+        const ByteVec index = hn::Add(fourTimes_, hn::Set(ByteTag(), first));
+        return PixelVec{_mm512_permutexvar_epi8(index.raw, bytes.raw)};
+    }
+
+    ByteVec everyFourth_, fourTimes_;
+};
+
 #else
 
 // Sixteen shuffles, one for each 16 entries. Entry block k holds what turns the answer of block k - 1 into

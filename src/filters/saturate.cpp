@@ -105,11 +105,24 @@ bool floats_serve(std::int32_t percent) {
 
 // From 0 to 200 percent all parts of the sum fit bytes, and come from tables.
 
+// What the luma of each pixel of a quad gives, in all four bytes of the pixel.
+struct OfLuma {
+    ByteTable table;
+    QuadBytes bytes;
+
+    HWY_INLINE PixelQuad operator()(const PixelQuad& q) const {
+        return bytes.spread(table(bytes.gathered(luma(q.v0), luma(q.v1), luma(q.v2), luma(q.v3))));
+    }
+
+private:
+    static HWY_INLINE PixelVec luma(PixelVec pixels) {
+        return hn::BitCast(PixelTag(), luma_low_bytes<BlueIs::First>(pixels));
+    }
+};
+
 // From 0 to 100: scaled(c) + base(Y), where doubles may fall short of a whole number if the sum is small: up
 // to the limit of c the result is one less.
 struct WeakerInBytes {
-    ByteTable scaled, limit, base;
-
     struct Entries {
         std::uint8_t scaled[256], limit[256], base[256];
 
@@ -127,24 +140,30 @@ struct WeakerInBytes {
     };
 
     explicit WeakerInBytes(const Entries& entries)
-        : scaled(entries.scaled), limit(entries.limit), base(entries.base) {}
+        : scaled(entries.scaled), limit(entries.limit), base{ByteTable(entries.base), QuadBytes()} {}
 
-    HWY_INLINE PixelVec operator()(PixelVec pixels) const {
+    HWY_INLINE PixelQuad operator()(const PixelQuad& q) const {
+        const PixelQuad bases = base(q);
+        return {mixed(q.v0, bases.v0), mixed(q.v1, bases.v1), mixed(q.v2, bases.v2), mixed(q.v3, bases.v3)};
+    }
+
+private:
+    HWY_INLINE PixelVec mixed(PixelVec pixels, PixelVec bases) const {
         const ByteTag d;
         const ByteVec c = hn::BitCast(d, pixels);
-        const ByteVec luma = hn::BitCast(d, luma_everywhere<BlueIs::First>(pixels));
-        const ByteVec sum = hn::SaturatedAdd(scaled(c), base(luma));
+        const ByteVec sum = hn::SaturatedAdd(scaled(c), hn::BitCast(d, bases));
         const auto withinLimit = hn::Eq(hn::Min(sum, limit(c)), sum);
         const ByteVec less = hn::IfThenElseZero(withinLimit, hn::Set(d, 1));
         return opaque(hn::BitCast(PixelTag(), hn::SaturatedSub(sum, less)));
     }
+
+    ByteTable scaled, limit;
+    OfLuma base;
 };
 
 // From 100 to 200: c + gain(c) - loss(Y). The sum of doubles is exact here, as it is no larger than its
 // parts.
 struct StrongerInBytes {
-    ByteTable gain, loss;
-
     struct Entries {
         std::uint8_t gain[256], loss[256];
 
@@ -157,17 +176,27 @@ struct StrongerInBytes {
         }
     };
 
-    explicit StrongerInBytes(const Entries& entries) : gain(entries.gain), loss(entries.loss) {}
+    explicit StrongerInBytes(const Entries& entries)
+        : gain(entries.gain), loss{ByteTable(entries.loss), QuadBytes()} {}
 
-    HWY_INLINE PixelVec operator()(PixelVec pixels) const {
+    HWY_INLINE PixelQuad operator()(const PixelQuad& q) const {
+        const PixelQuad losses = loss(q);
+        return {mixed(q.v0, losses.v0), mixed(q.v1, losses.v1), mixed(q.v2, losses.v2),
+                mixed(q.v3, losses.v3)};
+    }
+
+private:
+    HWY_INLINE PixelVec mixed(PixelVec pixels, PixelVec losses) const {
         const ByteTag d;
         const ByteVec c = hn::BitCast(d, pixels);
-        const ByteVec luma = hn::BitCast(d, luma_everywhere<BlueIs::First>(pixels));
         const ByteVec up = gain(c);
-        const ByteVec down = loss(luma);
+        const ByteVec down = hn::BitCast(d, losses);
         const ByteVec raised = hn::SaturatedAdd(c, hn::SaturatedSub(up, down));
         return opaque(hn::BitCast(PixelTag(), hn::SaturatedSub(raised, hn::SaturatedSub(down, up))));
     }
+
+    ByteTable gain;
+    OfLuma loss;
 };
 
 #endif
@@ -180,8 +209,16 @@ void saturate(ConstPixelBuffer source, PixelBuffer target, std::int32_t percent)
         transform_vectors(source.data, target.data, source.count(), transform);
     };
 #if HWY_TARGET == HWY_AVX3_DL
-    if (percent >= 0 && percent <= 100) return apply(WeakerInBytes(WeakerInBytes::Entries(percent)));
-    if (percent > 100 && percent <= 200) return apply(StrongerInBytes(StrongerInBytes::Entries(percent)));
+    if (percent >= 0 && percent <= 100) {
+        const WeakerInBytes weaker{WeakerInBytes::Entries(percent)};
+        transform_quads(source.data, target.data, source.count(), weaker);
+        return;
+    }
+    if (percent > 100 && percent <= 200) {
+        const StrongerInBytes stronger{StrongerInBytes::Entries(percent)};
+        transform_quads(source.data, target.data, source.count(), stronger);
+        return;
+    }
 #endif
     if (floats_serve(percent)) {
         InFloats inFloats;
