@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <set>
+#include <string_view>
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <png.h>
@@ -222,19 +222,20 @@ TEST(Encode, ProfileAndResolutionAreKeptWhereTheFormatCan) {
 }
 
 TEST(Encode, ProfilesForOtherColorsAreDropped) {
+    constexpr std::string_view kMark = "acsp";
     FileExtras extras;
     extras.iccProfile = profile_for("CMYK");
     EncodeOptions options;
     options.extras = &extras;
     for (const SaveType type : {SaveType::Bmp, SaveType::Jpeg, SaveType::Tiff, SaveType::Png}) {
         const Bytes file = encoded(Picture(4, 4, kOpaque), type, options);
-        EXPECT_EQ(std::search(file.begin(), file.end(), "acsp", "acsp" + 4), file.end());
+        EXPECT_EQ(std::search(file.begin(), file.end(), kMark.begin(), kMark.end()), file.end());
     }
     // Four letters in a file that holds one as it is: the reader drops it.
     extras.iccProfile = profile_for("RGB ");
     for (const SaveType type : {SaveType::Bmp, SaveType::Jpeg, SaveType::Tiff}) {
         Bytes file = encoded(Picture(4, 4, kOpaque), type, options);
-        const auto found = std::search(file.begin(), file.end(), "acsp", "acsp" + 4);
+        const auto found = std::search(file.begin(), file.end(), kMark.begin(), kMark.end());
         ASSERT_NE(found, file.end());
         std::copy_n("CMYK", 4, found - 20);
         EXPECT_TRUE(decoded(file).extras.iccProfile.empty());

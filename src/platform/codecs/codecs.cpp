@@ -20,12 +20,11 @@ const Reader* reader_of(ByteSpan file) {
     return nullptr;
 }
 
-/// Whether gdk-pixbuf is to try. The first bytes of icons and cursors are those of some Targa files too, and
-/// two letters don't make a BMP; but a file whose header makes sense to our reader is that reader's.
+/// Whether gdk-pixbuf is to try. The first bytes of icons and cursors are those of some Targa files too; but
+/// a file whose entries make sense is an icon.
 bool may_be_another(const Reader* reader, ByteSpan file) {
-    if (reader == nullptr) return true;
     PictureSize size;
-    return (reader == &kIcoReader || reader == &kBmpReader) && !reader->measure(file, size);
+    return reader == nullptr || (reader == &kIcoReader && !reader->measure(file, size));
 }
 
 class Codecs final : public ImageCodec {
