@@ -1,0 +1,110 @@
+// Tests of how the commands on areas refuse, and of the one that is recorded only if it ran.
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <vector>
+
+#include "control/test_control.h"
+
+namespace pixvane {
+namespace {
+
+using test::integer;
+using test::Picture;
+using test::TestControl;
+
+constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
+
+Value numbers(const std::vector<std::int32_t>& list) {
+    return {Kind::Int32Array, 0, 0, list.data(), list.size()};
+}
+
+TEST(AreaCommands, refuse_what_is_outside_of_their_range) {
+    const std::vector<std::int32_t> sixteen(16, 1);
+    const std::vector<std::pair<const char*, std::vector<Value>>> refused = {
+        {"Blur", {integer(0)}},
+        {"Blur", {integer(16385)}},
+        {"Average", {integer(1), integer(-9)}},
+        {"Average", {integer(1), integer(16385)}},
+        {"SmartBlur", {integer(0), integer(255)}},
+        {"SmartBlur", {integer(kLargest), integer(255)}},
+        {"GaussianBlur", {integer(0), integer(1)}},
+        {"GaussianBlur", {integer(16385), integer(1)}},
+        {"GaussianBlur", {integer(5), integer(0)}},
+        {"GaussianBlur", {integer(16384), integer((1 << 22) + 1)}},
+        {"Emboss", {integer(11), integer(0)}},
+        {"Emboss", {integer(-kLargest - 1), integer(0)}},
+        {"UserEffect", {numbers(sixteen)}},
+        {"UserEffect", {Value{}}},
+    };
+    const Picture picture = test::random_picture(9, 7, 3);
+    TestControl c;
+    c.load(picture);
+    for (const auto& [member, values] : refused) {
+        Result result;
+        ASSERT_EQ(invoke(*find_member(member), c.control, values, result), Status::Ok) << member;
+        EXPECT_FALSE(c.is("UndoEnable")) << member;
+        EXPECT_TRUE(test::same_pixels(picture.view(), c.picture())) << member;
+    }
+}
+
+TEST(AreaCommands, average_of_no_square_is_black) {
+    TestControl c;
+    c.load(test::random_picture(9, 7, 3));
+    for (const std::int32_t radius : {-1, -8}) {
+        c.call("Average", {integer(3), integer(radius)});
+        EXPECT_TRUE(test::same_pixels(Picture(9, 7, kOpaque).view(), c.picture()));
+        c.call("Undo");
+    }
+    c.call("Average", {integer(1), integer(0)});
+    EXPECT_NE(c.picture().data[5], kOpaque);
+}
+
+TEST(AreaCommands, emboss_looks_into_eight_directions) {
+    // Each neighbour of the centre has a grey of its own.
+    Picture picture(3, 3);
+    for (std::uint32_t i = 0; i < 9; ++i) picture.pixels[i] = kOpaque | 0x010101 * (20 * i);
+    const std::size_t neighbours[] = {1, 2, 5, 8, 7, 6, 3, 0};
+    for (std::int32_t direction = -1; direction < 10; ++direction) {
+        const std::size_t compared = neighbours[direction >= 0 && direction < 8 ? direction : 7];
+        const std::size_t opposite = 8 - compared;
+        for (const std::int32_t distance : {1, -1}) {
+            TestControl c;
+            c.load(picture);
+            c.call("Emboss", {integer(distance), integer(direction)});
+            const std::size_t other = distance > 0 ? compared : opposite;
+            EXPECT_EQ(blue_of(c.picture().data[4]), (255 + 80 - 20 * other) / 2) << direction;
+        }
+    }
+}
+
+TEST(AreaCommands, user_effect_is_recorded_after_it_ran) {
+    struct Recorder final : CommandRecorder {
+        TestControl* control = nullptr;
+        std::vector<std::size_t> sizes;
+        void record(const Row&, std::span<const Value> arguments) override {
+            EXPECT_TRUE(control->is("UndoEnable"));
+            sizes.push_back(arguments[0].size);
+        }
+    };
+    const std::vector<std::int32_t> zeros(9, 0);
+    const std::vector<std::int32_t> ones(25, 1);
+    TestControl c;
+    Recorder recorder;
+    recorder.control = &c;
+    c.control.set_recorder(&recorder);
+    c.call("UserEffect", {numbers(zeros)});
+    EXPECT_TRUE(recorder.sizes.empty()) << "without a picture";
+    c.load(test::random_picture(6, 6, 1));
+    c.call("UserEffect", {Value{}});
+    c.call("UserEffect", {numbers(std::vector<std::int32_t>(10, 1))});
+    EXPECT_TRUE(recorder.sizes.empty());
+    c.call("UserEffect", {numbers(zeros)});
+    EXPECT_TRUE(test::same_pixels(Picture(6, 6, kOpaque).view(), c.picture()));
+    c.call("UserEffect", {numbers(ones)});
+    EXPECT_EQ(recorder.sizes, (std::vector<std::size_t>{9, 25}));
+}
+
+}  // namespace
+}  // namespace pixvane
