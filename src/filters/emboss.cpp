@@ -1,8 +1,16 @@
 // Differences to a shifted copy.
 // SPDX-License-Identifier: MIT
 #include "filters/area.h"
-#include "filters/area_plain.h"
 
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "filters/emboss.cpp"
+#include <hwy/foreach_target.h>  // this file once for each instruction set
+
+#include "core/kernel_path.h"
+#include "filters/area_plain.h"
+#include "filters/neighbours-inl.h"
+
+#if HWY_ONCE
 namespace pixvane::filters {
 
 void plain::emboss(ConstPixelBuffer source, PixelBuffer target, std::int32_t dx, std::int32_t dy,
@@ -20,9 +28,55 @@ void plain::emboss(ConstPixelBuffer source, PixelBuffer target, std::int32_t dx,
     }
 }
 
+}  // namespace pixvane::filters
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::filters::HWY_NAMESPACE {
+#if PIXVANE_VECTORS
+using namespace pixvane::HWY_NAMESPACE;
+
+struct HalfDifference {
+    const Pixel* row;
+    const Pixel* others;
+    std::int32_t dx;
+
+    // The mean of two bytes comes rounded up; of their opposites it is the one rounded down.
+    template <class Load>
+    HWY_INLINE PixelVec operator()(std::int32_t x, const Load& load) const {
+        const ByteTag d;
+        const ByteVec c = hn::BitCast(d, load(row, x));
+        const ByteVec other = hn::BitCast(d, load(others, x + dx));
+        return opaque(hn::BitCast(PixelTag(), hn::Not(hn::AverageRound(hn::Not(c), other))));
+    }
+};
+
 void emboss(ConstPixelBuffer source, PixelBuffer target, std::int32_t dx, std::int32_t dy, std::int32_t first,
             std::int32_t last) {
-    plain::emboss(source, target, dx, dy, first, last);
+    const std::int32_t reach = std::abs(std::clamp(dx, -source.width, source.width));
+    const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
+    for (std::int32_t y = first; y < last; ++y) {
+        const Pixel* others = source.row(inside(std::int64_t{y} + dy, source.height));
+        make_row(target.row(y), target.width, reach, streaming,
+                 HalfDifference{source.row(y), others, dx < 0 ? -reach : reach});
+    }
+    if (streaming) hwy::FlushStream();
+}
+#else
+using plain::emboss;
+#endif
+}  // namespace pixvane::filters::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace pixvane::filters {
+
+HWY_EXPORT(emboss);
+
+void emboss(ConstPixelBuffer source, PixelBuffer target, std::int32_t dx, std::int32_t dy, std::int32_t first,
+            std::int32_t last) {
+    pick_kernel(plain::emboss, HWY_DYNAMIC_DISPATCH(emboss))(source, target, dx, dy, first, last);
 }
 
 }  // namespace pixvane::filters
+#endif
