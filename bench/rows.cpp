@@ -15,6 +15,14 @@ const char* const kEndings[] = {"bmp", "jpg", "gif", "tif", "png"};
 
 pixvane_value n(std::int32_t number) { return pixvane_int32(number); }
 
+// Weights that fall off from the centre, and ones that lighten from one side.
+constexpr std::int32_t kSoft5[25] = {1,  4, 6, 4,  1,  4,  16, 24, 16, 4, 6, 24, 36,
+                                     24, 6, 4, 16, 24, 16, 4,  1,  4,  6, 4, 1};
+constexpr std::int32_t kLit5[25] = {-90, -70, -40, 10, 30, -70, -50, -20, 30, 50, -40, -20, 99,
+                                    20,  40,  -30, 10, 20, 50,  70,  20,  30, 40, 70,  90};
+
+pixvane_value weights(const std::int32_t (&kernel)[25]) { return pixvane_int32_array(kernel, 25); }
+
 bool is_large(Kind kind) { return kind == Kind::Load24M || kind == Kind::Save24M; }
 bool is_load(Kind kind) { return kind == Kind::Load4K || kind == Kind::Load24M; }
 bool is_save(Kind kind) { return kind == Kind::Save4K || kind == Kind::Save24M; }
@@ -51,6 +59,28 @@ std::vector<Row> all_rows() {
         {"Autocolor", Kind::Edit, "Autocolor", {}, 5.0},
         {"Noise 0 30 (one for all)", Kind::Edit, "Noise", {n(0), n(30)}, none},
         {"Noise 1 30 (one each)", Kind::Edit, "Noise", {n(1), n(30)}, none},
+        {"Blur 3", Kind::Edit, "Blur", {n(3)}, 3.2},
+        {"Blur 30", Kind::Edit, "Blur", {n(30)}, 3.2},
+        {"Blur 127", Kind::Edit, "Blur", {n(127)}, 3.2},
+        {"Blur 300", Kind::Edit, "Blur", {n(300)}, 6.0},
+        {"Blur 3000", Kind::Edit, "Blur", {n(3000)}, 6.0},
+        {"Average 5 3", Kind::Edit, "Average", {n(5), n(3)}, none},
+        {"Sharpen", Kind::Edit, "Sharpen", {}, 2.0},
+        {"Laplas", Kind::Edit, "Laplas", {}, 2.0},
+        {"Contour", Kind::Edit, "Contour", {}, 2.0},
+        {"Sobel 0", Kind::Edit, "Sobel", {n(0)}, 2.0},
+        {"Relief 1", Kind::Edit, "Relief", {n(1)}, 2.0},
+        {"UserEffect 5 x 5, soft", Kind::Edit, "UserEffect", {weights(kSoft5)}, 5.0},
+        {"UserEffect 5 x 5, lit", Kind::Edit, "UserEffect", {weights(kLit5)}, 5.0},
+        {"SmartBlur 1 30", Kind::Edit, "SmartBlur", {n(1), n(30)}, 4.5},
+        {"SmartBlur 5 30", Kind::Edit, "SmartBlur", {n(5), n(30)}, 7.0},
+        {"SmartBlur 50 30", Kind::Edit, "SmartBlur", {n(50), n(30)}, none},
+        {"SharpenEdge 30", Kind::Edit, "SharpenEdge", {n(30)}, 2.5},
+        {"GaussianBlur 5 1", Kind::Edit, "GaussianBlur", {n(5), n(1)}, 11.0},
+        {"GaussianBlur 20 1", Kind::Edit, "GaussianBlur", {n(20), n(1)}, 30.0},
+        {"GaussianBlur 60 1", Kind::Edit, "GaussianBlur", {n(60), n(1)}, none},
+        {"GaussianBlur 100 1", Kind::Edit, "GaussianBlur", {n(100), n(1)}, none},
+        {"Emboss 1 3", Kind::Edit, "Emboss", {n(1), n(3)}, 0.95},
         {"RotateFlip 2 (180)", Kind::Edit, "RotateFlip", {n(2)}, 0.9},
         {"RotateFlip 4 (left to right)", Kind::Edit, "RotateFlip", {n(4)}, 0.9},
         {"RotateFlip 6 (top to bottom)", Kind::Edit, "RotateFlip", {n(6)}, 0.9},
@@ -59,6 +89,28 @@ std::vector<Row> all_rows() {
         {"AddSimpleBorder 16", Kind::Edit, "AddSimpleBorder", {n(16), n(0xFFFFFF)}, 0.8},
         {"SetNewSize 4000 x 2200", Kind::Edit, "SetNewSize", {n(4000), n(2200)}, none},
         {"ClearImage", Kind::Edit, "ClearImage", {}, none},
+        {"Minimal 1", Kind::Edit, "Minimal", {n(1)}, 1.6},
+        {"Minimal 5", Kind::Edit, "Minimal", {n(5)}, 2.5},
+        {"Minimal 20", Kind::Edit, "Minimal", {n(20)}, 3.0},
+        {"Maximal 1", Kind::Edit, "Maximal", {n(1)}, 1.6},
+        {"Maximal 5", Kind::Edit, "Maximal", {n(5)}, 2.5},
+        {"Maximal 20", Kind::Edit, "Maximal", {n(20)}, 3.0},
+        {"Median 1", Kind::Edit, "Median", {n(1)}, 2.0},
+        {"Median 2", Kind::Edit, "Median", {n(2)}, 7.0},
+        {"Median 3", Kind::Edit, "Median", {n(3)}, none},
+        {"Median 5", Kind::Edit, "Median", {n(5)}, 75.0},
+        {"Median 10", Kind::Edit, "Median", {n(10)}, 80.0},
+        {"Median 20", Kind::Edit, "Median", {n(20)}, 80.0},
+        {"AntiNoise 1", Kind::Edit, "AntiNoise", {n(1)}, none},
+        {"AntiNoise 2", Kind::Edit, "AntiNoise", {n(2)}, none},
+        {"AntiNoise 5", Kind::Edit, "AntiNoise", {n(5)}, none},
+        {"Diffuse 3", Kind::Edit, "Diffuse", {n(3)}, none},
+        {"Mosaic 0 5 (centres of 11 x 11)", Kind::Edit, "Mosaic", {n(0), n(5)}, 0.7},
+        {"Mosaic 1 5 (means of 11 x 11)", Kind::Edit, "Mosaic", {n(1), n(5)}, 1.3},
+        {"Textile 40", Kind::Edit, "Textile", {n(40)}, none},
+        {"SoftFocus 1 pass", Kind::Edit, "SoftFocus", {n(1), n(500), n(800), n(1900), n(1000)}, none},
+        {"SoftFocus 5 passes", Kind::Edit, "SoftFocus", {n(5), n(500), n(800), n(1900), n(1000)}, none},
+        {"FocalBW 500 800", Kind::Edit, "FocalBW", {n(500), n(800), n(1900), n(1000)}, none},
         {"load JPEG 24 MP", Kind::Load24M, "LoadImage", {n(1)}, 43.0},
         {"save JPEG 24 MP", Kind::Save24M, "SaveImage", {n(1)}, 31.0},
         {"load PNG 4K", Kind::Load4K, "LoadImage", {n(4)}, 42.0},

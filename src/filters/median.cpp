@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/kernel_path.h"
 #include "filters/effects_plain.h"
+#include "filters/median_versions.h"
 #include "filters/window_histogram.h"
 
 namespace pixvane::filters {
@@ -32,7 +33,11 @@ void plain::median(ConstPixelBuffer source, PixelBuffer target, std::int32_t rad
 
 void median(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius, std::int32_t first,
             std::int32_t last) {
-    plain::median(source, target, radius, first, last);
+    if (kernel_path() == KernelPath::Fast && radius >= 1 && radius <= kLargestNetwork) {
+        median_by_networks(source, target, radius, first, last);
+    } else {
+        plain::median(source, target, radius, first, last);
+    }
 }
 
 }  // namespace pixvane::filters

@@ -1,0 +1,17 @@
+// The fast ways to a median, for median() to choose from.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include "core/pixel_buffer.h"
+
+namespace pixvane::filters {
+
+constexpr std::int32_t kLargestNetwork = 5;
+
+/// median() for radius 1..kLargestNetwork.
+void median_by_networks(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius, std::int32_t first,
+                        std::int32_t last);
+
+}  // namespace pixvane::filters
