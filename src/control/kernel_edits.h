@@ -78,4 +78,19 @@ void edit_canvas(ImageStore& store, std::int64_t width, std::int64_t height, Ker
     store.view.recompute_layout();
 }
 
+/// The same with a kernel(source, target, first, last) that writes rows first..last of the target; it may run
+/// on several bands at once and must not throw. The estimate is for a pixel of the target.
+template <class Kernel>
+void edit_canvas_area(ImageStore& store, std::int64_t width, std::int64_t height, double nanosecondsPerPixel,
+                      Kernel kernel) {
+    Edit edit(store, width, height);
+    if (!edit) return;
+    const ConstPixelBuffer source = edit.source();
+    const PixelBuffer target = edit.target();
+    parallel_rows(target.height, target.width * nanosecondsPerPixel,
+                  [&](std::int32_t first, std::int32_t last) { kernel(source, target, first, last); });
+    edit.commit();
+    store.view.recompute_layout();
+}
+
 }  // namespace pixvane

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "control/test_control.h"
+#include "core/pixel_memory.h"
 #include "core/random.h"
 #include "support/instruction_sets.h"
 
@@ -65,6 +66,18 @@ std::string describe(const Row& row, const std::vector<Value>& values) {
     return text + ")";
 }
 
+/// Limits the memory of all pictures while it lives: what would become larger does nothing then.
+class MemoryScope {
+public:
+    explicit MemoryScope(std::uint64_t bytes) { PixelMemory::instance().set_limit(bytes); }
+    ~MemoryScope() { PixelMemory::instance().set_limit(limit_); }
+    MemoryScope(const MemoryScope&) = delete;
+    MemoryScope& operator=(const MemoryScope&) = delete;
+
+private:
+    std::uint64_t limit_ = PixelMemory::instance().limit();
+};
+
 Picture run(const Row& row, const Picture& picture, const std::vector<Value>& values) {
     TestControl c;
     c.load(picture);
@@ -83,6 +96,7 @@ Picture make_picture(std::int32_t width, std::int32_t height, std::uint64_t seed
 }
 
 TEST(Commands, do_in_vectors_what_they_do_plainly) {
+    const MemoryScope memory(std::uint64_t{16} << 20);
     for (const Row* row : commands()) {
         std::uint64_t seed = 0;
         for (const auto& [width, height] : test::odd_sizes()) {
@@ -109,6 +123,7 @@ TEST(Commands, do_in_vectors_what_they_do_plainly) {
 }
 
 TEST(Commands, do_the_same_on_a_large_picture_with_any_number_of_threads) {
+    const MemoryScope memory(std::uint64_t{128} << 20);
     const Picture picture = test::random_picture(2111, 1403, 5);
     for (const Row* row : commands()) {
         TestRandom random(7);
@@ -127,6 +142,7 @@ TEST(Commands, do_the_same_on_a_large_picture_with_any_number_of_threads) {
 }
 
 TEST(Commands, work_on_a_single_pixel) {
+    const MemoryScope memory(std::uint64_t{16} << 20);
     for (const Row* row : commands()) {
         for (std::uint64_t seed = 0; seed < 20; ++seed) {
             TestRandom random(seed);
@@ -224,6 +240,14 @@ TEST(Commands, refuse_what_is_outside_of_their_range) {
         {"AddSimpleBorder", {integer(0), color(0)}},
         {"AddSimpleBorder", {integer(40000), color(0)}},
         {"AddSimpleBorder", {integer(INT32_MAX), color(0)}},
+        {"ScaleImage", {real(0), real(1)}},
+        {"ScaleImage", {real(1), real(-1)}},
+        {"ScaleImage", {real(std::nan("")), real(1)}},
+        {"ScaleImage", {real(1), real(HUGE_VAL)}},
+        {"ScaleImage", {real(0.01), real(1)}},
+        {"ScaleImage", {real(60000), real(60000)}},
+        {"AddGradientBorder", {integer(0), color(0), color(0), integer(0)}},
+        {"AddGradientBorder", {integer(kMaxSide), color(0), color(0), integer(0)}},
         {"SetNewSize", {integer(0), integer(5)}},
         {"SetNewSize", {integer(5), integer(-3)}},
         {"SetNewSize", {integer(65536), integer(5)}},

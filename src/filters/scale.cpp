@@ -1,0 +1,202 @@
+// Scaling: bilinear, and by the mean of what a pixel covers where a picture shrinks below one half.
+// SPDX-License-Identifier: MIT
+#include "filters/scale.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "filters/scale.cpp"
+#include <hwy/foreach_target.h>  // this file once for each instruction set
+
+#include <cstring>
+
+#include "core/compose.h"
+#include "core/kernel_path.h"
+#include "filters/scale_bilinear-inl.h"
+#include "filters/scale_sums-inl.h"
+
+#if HWY_ONCE
+namespace pixvane::filters {
+namespace {
+
+std::uint64_t weight_of(const ScaleAxis& axis, const Taps& taps, std::int32_t i) {
+    return static_cast<std::uint64_t>(i == 0                ? taps.firstWeight
+                                      : i == taps.count - 1 ? taps.lastWeight
+                                                            : axis.inner_weight());
+}
+
+/// Of integers, halves up.
+std::uint32_t rounded_quotient(std::uint64_t dividend, std::uint64_t divisor) {
+    return static_cast<std::uint32_t>((2 * dividend + divisor) / (2 * divisor));
+}
+
+Pixel scaled_pixel(ConstPixelBuffer source, const Scaling& scaling, const Taps& columns, const Taps& rows) {
+    std::uint64_t total = 0, alpha = 0, red = 0, green = 0, blue = 0;
+    for (std::int32_t j = 0; j < rows.count; ++j) {
+        const Pixel* row = source.row(rows.first + j) + columns.first;
+        const std::uint64_t rowWeight = weight_of(scaling.y(), rows, j);
+        for (std::int32_t i = 0; i < columns.count; ++i) {
+            const std::uint64_t weight = rowWeight * weight_of(scaling.x(), columns, i);
+            const std::uint64_t visible = weight * alpha_of(row[i]);
+            total += weight;
+            alpha += visible;
+            red += visible * red_of(row[i]);
+            green += visible * green_of(row[i]);
+            blue += visible * blue_of(row[i]);
+        }
+    }
+    const std::uint32_t meanAlpha = rounded_quotient(alpha, total);
+    if (meanAlpha == 0) return 0;
+    return make_pixel(meanAlpha, rounded_quotient(red, alpha), rounded_quotient(green, alpha),
+                      rounded_quotient(blue, alpha));
+}
+
+void copy_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
+               std::int32_t last) {
+    const std::int32_t left = scaling.x().source_of(0);
+    const std::int32_t top = scaling.y().source_of(first);
+    if (target.width == source.width) {
+        copy(target.rows(first, last), source.rows(top, top + last - first));
+        return;
+    }
+    for (std::int32_t y = first; y < last; ++y)
+        std::memcpy(target.row(y), source.row(top + y - first) + left, target.rows(y, y + 1).bytes());
+}
+
+}  // namespace
+
+void plain::scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
+                       std::int32_t first, std::int32_t last) {
+    for (std::int32_t y = first; y < last; ++y) {
+        for (std::int32_t x = 0; x < target.width; ++x)
+            target.row(y)[x] = scaled_pixel(source, scaling, scaling.x().taps(x), scaling.y().taps(y));
+    }
+}
+
+}  // namespace pixvane::filters
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::filters::HWY_NAMESPACE {
+#if PIXVANE_VECTORS
+
+void scale_rows_by_sums(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
+                        std::int32_t first, std::int32_t last) {
+    SumScaler scaler(source, scaling);
+    if (!scaler.is_valid()) {
+        plain::scale_rows(source, target, scaling, first, last);
+        return;
+    }
+    for (std::int32_t y = first; y < last; ++y) {
+        if (!scaler.make_opaque_row(y, target.row(y))) scaler.make_row(y, target.row(y));
+    }
+}
+
+// The sums of the two source rows that are mixed at the moment; a row lies in the slot of its parity.
+class SumRows {
+public:
+    SumRows(ConstPixelBuffer source, const ScaleAxis& axis)
+        : source_(source), axis_(axis), width_((axis.count() + kLanes - 1) / kLanes * kLanes) {
+        const std::size_t size = static_cast<std::size_t>(width_) * 4;
+        memory_ = hwy::AllocateAligned<std::int16_t>(2 * size + 2 * size / 4);
+    }
+    bool is_valid() const { return memory_ != nullptr; }
+    std::int32_t width() const { return width_; }
+
+    // Null if a pixel is not opaque.
+    const std::int16_t* of(std::int32_t y) {
+        const std::size_t slot = static_cast<std::size_t>(y) % 2;
+        std::int16_t* sums = memory_.get() + slot * static_cast<std::size_t>(width_) * 4;
+        if (held_[slot] != y) {
+            held_[slot] = y;
+            isOpaque_[slot] = axis_.shrinks() ? widen_row<true>(source_.row(y), source_.width, axis_, sums)
+                                              : widen_row<false>(source_.row(y), source_.width, axis_, sums);
+        }
+        return isOpaque_[slot] ? sums : nullptr;
+    }
+    // Room for a row of the target in whole vectors.
+    Pixel* line() { return reinterpret_cast<Pixel*>(memory_.get() + static_cast<std::size_t>(width_) * 8); }
+
+private:
+    ConstPixelBuffer source_;
+    const ScaleAxis& axis_;
+    std::int32_t width_;
+    std::int32_t held_[2] = {-1, -1};
+    bool isOpaque_[2] = {};
+    hwy::AlignedFreeUniquePtr<std::int16_t[]> memory_;
+};
+
+void scale_rows_bilinear(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
+                         std::int32_t first, std::int32_t last) {
+    SumRows rows(source, scaling.x());
+    if (!rows.is_valid()) {
+        plain::scale_rows(source, target, scaling, first, last);
+        return;
+    }
+    const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
+    const bool isWhole = rows.width() == target.width;
+    const bool isAligned =
+        isWhole && reinterpret_cast<std::uintptr_t>(target.data) % (kLanes * sizeof(Pixel)) == 0;
+    for (std::int32_t y = first; y < last; ++y) {
+        const Taps& taps = scaling.y().taps(y);
+        Pixel* to = target.row(y);
+        const std::int16_t* upper = rows.of(taps.first);
+        const std::int16_t* lower = rows.of(taps.first + taps.count - 1);
+        if (upper == nullptr || lower == nullptr) {
+            scale_rows_by_sums(source, target, scaling, y, y + 1);
+            continue;
+        }
+        const auto weights = static_cast<std::uint32_t>(taps.firstWeight | taps.lastWeight << 16);
+        if (streaming && isAligned) {
+            mix_sums<true>(upper, lower, weights, to, rows.width());
+        } else if (!streaming && isWhole) {
+            mix_sums<false>(upper, lower, weights, to, rows.width());
+        } else {
+            mix_sums<false>(upper, lower, weights, rows.line(), rows.width());
+            copy_run(rows.line(), to, static_cast<std::size_t>(target.width), streaming);
+        }
+    }
+    hwy::FlushStream();
+}
+
+void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
+                std::int32_t last) {
+    if (scaling.x().is_bilinear() && scaling.y().is_bilinear()) {
+        scale_rows_bilinear(source, target, scaling, first, last);
+    } else {
+        scale_rows_by_sums(source, target, scaling, first, last);
+    }
+}
+#else
+using plain::scale_rows;
+#endif
+}  // namespace pixvane::filters::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace pixvane::filters {
+
+HWY_EXPORT(scale_rows);
+
+double Scaling::nanoseconds_per_pixel() const {
+    constexpr double kSourcePixel = 0.3;
+    constexpr double kTargetPixel = 0.7;
+    const double sourceRows = static_cast<double>(y_.end() - y_.begin()) / y_.count();
+    return kSourcePixel * sourceRows * (x_.end() - x_.begin()) / x_.count() + kTargetPixel;
+}
+
+void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
+                std::int32_t last) {
+    if (scaling.is_copy()) {
+        copy_rows(source, target, scaling, first, last);
+    } else {
+        pick_kernel(plain::scale_rows, HWY_DYNAMIC_DISPATCH(scale_rows))(source, target, scaling, first,
+                                                                         last);
+    }
+}
+
+void scale(ConstPixelBuffer source, PixelBuffer target) {
+    scale_rows(source, target, Scaling(source.width, source.height, target.width, target.height), 0,
+               target.height);
+}
+
+}  // namespace pixvane::filters
+#endif

@@ -1,0 +1,74 @@
+// Which source pixels make a pixel of a scaled picture along one axis, and how much each weighs.
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace pixvane::filters {
+
+/// `length` source pixels from `from` on are brought to `size` pixels, of which `count` from `first` on are
+/// wanted. 1 <= length <= kMaxSide, 1 <= size < 2^31, 0 <= first, 1 <= count, first + count <= size.
+struct ScaledRange {
+    std::int32_t from;
+    std::int32_t length;
+    std::int32_t size;
+    std::int32_t first;
+    std::int32_t count;
+};
+
+/// `count` neighbours, from `first` on: the first and the last of them have weights of their own, those
+/// between all the same. Of a single one, the weight is `firstWeight`.
+struct Taps {
+    std::int32_t first;
+    std::int32_t count;
+    std::int32_t firstWeight;
+    std::int32_t lastWeight;
+};
+
+/// One axis of a scaling. With d = size and s = length, pixel x of the scaled row
+/// - covers the source from x s / d to (x + 1) s / d, if 2 d < s: each source pixel weighs as much as is
+/// covered
+///   of it, in units of 1 / d pixel, which makes s together;
+/// - else lies at p = (x + 1/2) s / d - 1/2, rounded to 1/256 pixel, halves up, and limited to 0..s - 1: the
+/// two
+///   source pixels next to p weigh (1 - f) and f in units of 1/256, where f is the fraction of p.
+class ScaleAxis {
+public:
+    explicit ScaleAxis(const ScaledRange& range);
+
+    bool is_copy() const { return range_.size == range_.length; }
+    /// Whether weights are bilinear; else pixels are means of what they cover.
+    bool is_bilinear() const { return std::int64_t{2} * range_.size >= range_.length; }
+    bool shrinks() const { return range_.size < range_.length; }
+    std::int32_t count() const { return range_.count; }
+    /// Of an axis that is a copy: the source pixel that is pixel i.
+    std::int32_t source_of(std::int32_t i) const { return range_.from + range_.first + i; }
+
+    const Taps& taps(std::int32_t i) const { return taps_[static_cast<std::size_t>(i)]; }
+    std::int32_t inner_weight() const { return range_.size; }
+    /// Of all weights of a pixel.
+    std::int32_t total_weight() const { return is_bilinear() ? kBilinearTotal : range_.length; }
+    /// The part of the source that is used: from the first pixel to behind the last.
+    std::int32_t begin() const { return taps_.front().first; }
+    std::int32_t end() const { return taps_.back().first + taps_.back().count; }
+
+    /// The same for vector code, of a bilinear axis: the left one of both source pixels, and the weight of
+    /// the right one in both halves of each number. The last entry is repeated kPadding times.
+    const std::int32_t* left() const { return left_.data(); }
+    const std::uint32_t* right_weights() const { return rightWeights_.data(); }
+    static constexpr std::size_t kPadding = 64;
+    static constexpr std::int32_t kBilinearTotal = 256;
+
+private:
+    Taps bilinear_taps(std::int64_t x) const;
+    Taps covered_taps(std::int64_t x) const;
+
+    ScaledRange range_;
+    std::vector<Taps> taps_;
+    std::vector<std::int32_t> left_;
+    std::vector<std::uint32_t> rightWeights_;
+};
+
+}  // namespace pixvane::filters

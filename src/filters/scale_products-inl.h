@@ -1,0 +1,39 @@
+// Sums of products of 16-bit numbers in vector code; included once for each instruction set.
+// SPDX-License-Identifier: MIT
+#if defined(PIXVANE_FILTERS_SCALE_PRODUCTS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_FILTERS_SCALE_PRODUCTS_INL_H_
+#undef PIXVANE_FILTERS_SCALE_PRODUCTS_INL_H_
+#else
+#define PIXVANE_FILTERS_SCALE_PRODUCTS_INL_H_
+#endif
+
+#include <cstdint>
+
+#include "core/pixel_runs-inl.h"
+
+#if PIXVANE_VECTORS
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::filters::HWY_NAMESPACE {
+using namespace pixvane::HWY_NAMESPACE;
+
+using ShortTag = hn::Repartition<std::int16_t, PixelTag>;
+using ShortVec = hn::Vec<ShortTag>;
+
+// To each 32-bit number, the products of its two 16-bit halves.
+HWY_INLINE IntVec add_products(IntVec sum, ShortVec a, ShortVec b) {
+    const IntTag d;
+#if HWY_ARCH_X86
+    IntVec unused = hn::Zero(d);
+    return hn::ReorderWidenMulAccumulate(d, a, b, sum, unused);
+#else
+    const auto low = [&](ShortVec v) { return hn::ShiftRight<16>(hn::ShiftLeft<16>(hn::BitCast(d, v))); };
+    const auto high = [&](ShortVec v) { return hn::ShiftRight<16>(hn::BitCast(d, v)); };
+    return hn::Add(sum, hn::Add(hn::Mul(low(a), low(b)), hn::Mul(high(a), high(b))));
+#endif
+}
+
+}  // namespace pixvane::filters::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+#endif  // PIXVANE_VECTORS
+
+#endif  // include guard for each instruction set
