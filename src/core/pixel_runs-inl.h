@@ -65,13 +65,31 @@ HWY_INLINE void stream_quad(const PixelQuad& quad, Pixel* to) {
     hn::Stream(quad.v3, d, to + 3 * lanes);
 }
 
+// Pixels in a line of the cache: what is streamed should come in whole lines, or memory gets it in pieces.
+constexpr std::size_t kLinePixels = 16;
+
+// How many pixels lie before the next line.
+HWY_INLINE std::size_t pixels_to_line(const Pixel* p) {
+    constexpr std::size_t kBytes = kLinePixels * sizeof(Pixel);
+    return (kBytes - reinterpret_cast<std::uintptr_t>(p) % kBytes) % kBytes / sizeof(Pixel);
+}
+
 // Up to four vectors of pixels by way of a buffer, so that nothing is touched beyond them.
 template <class Transform>
-HWY_NOINLINE void transform_few(const Pixel* from, Pixel* to, std::size_t count, const Transform& transform) {
+HWY_NOINLINE void transform_few(const Pixel* from, Pixel* to, std::size_t count, const Transform& transform,
+                                bool streaming) {
+    const PixelTag d;
     HWY_ALIGN Pixel buffer[4 * hn::MaxLanes(PixelTag())] = {};
     std::memcpy(buffer, from, count * sizeof(Pixel));
     store_quad(transform(load_quad(buffer)), buffer);
-    std::memcpy(to, buffer, count * sizeof(Pixel));
+    std::size_t i = 0;
+    if (streaming && pixels_to_line(to) == 0) {
+        for (; i + kLinePixels <= count; i += kLinePixels) {
+            for (std::size_t j = i; j < i + kLinePixels; j += hn::Lanes(d))
+                hn::Stream(hn::Load(d, buffer + j), d, to + j);
+        }
+    }
+    std::memcpy(to + i, buffer + i, (count - i) * sizeof(Pixel));
 }
 
 // transform(PixelQuad) -> PixelQuad over a run of pixels; `to` is `from`, or other memory. If `streaming`,
@@ -82,14 +100,13 @@ HWY_INLINE void transform_run(const Pixel* from, Pixel* to, std::size_t count, c
     const std::size_t step = 4 * hn::Lanes(PixelTag());
     std::size_t i = 0;
     if (streaming && count >= step) {
-        const std::size_t bytes = hn::Lanes(ByteTag());
-        i = (bytes - reinterpret_cast<std::uintptr_t>(to) % bytes) % bytes / sizeof(Pixel);
-        if (i > 0) transform_few(from, to, i, transform);
+        i = pixels_to_line(to);
+        if (i > 0) transform_few(from, to, i, transform, false);
         for (; i + step <= count; i += step) stream_quad(transform(load_quad(from + i)), to + i);
     } else {
         for (; i + step <= count; i += step) store_quad(transform(load_quad(from + i)), to + i);
     }
-    if (i < count) transform_few(from + i, to + i, count - i, transform);
+    if (i < count) transform_few(from + i, to + i, count - i, transform, streaming);
 }
 
 // The same for the whole of a picture, or of a band of one.
@@ -129,14 +146,13 @@ HWY_INLINE void fill_run(Pixel* to, std::size_t count, Pixel value, bool streami
     const PixelVec values = hn::Set(d, value);
     std::size_t i = 0;
     if (streaming) {
-        const std::size_t bytes = hn::Lanes(ByteTag());
-        const std::size_t lead =
-            (bytes - reinterpret_cast<std::uintptr_t>(to) % bytes) % bytes / sizeof(Pixel);
+        const std::size_t lead = pixels_to_line(to);
         for (; i < lead && i < count; ++i) to[i] = value;
-        for (; i + lanes <= count; i += lanes) hn::Stream(values, d, to + i);
-    } else {
-        for (; i + lanes <= count; i += lanes) hn::StoreU(values, d, to + i);
+        for (; i + kLinePixels <= count; i += kLinePixels) {
+            for (std::size_t j = i; j < i + kLinePixels; j += lanes) hn::Stream(values, d, to + j);
+        }
     }
+    for (; i + lanes <= count; i += lanes) hn::StoreU(values, d, to + i);
     for (; i < count; ++i) to[i] = value;
 }
 

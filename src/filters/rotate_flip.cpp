@@ -109,25 +109,52 @@ HWY_INLINE void exchange_square(PixelVec (&rows)[kSquare]) {
     }
 }
 
-// One square of the target at (x, y), from a square of the source.
-template <bool kStreaming>
-HWY_INLINE void turn_square(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn,
-                            std::int32_t x, std::int32_t y) {
-    const PixelTag d;
+// The square of the target at (x, y), row by row, from a square of the source.
+HWY_INLINE void turn_square(ConstPixelBuffer source, const Orientation& turn, std::int32_t x, std::int32_t y,
+                            PixelVec (&rows)[kSquare]) {
     constexpr auto kSide = static_cast<std::int32_t>(kSquare);
-    PixelVec rows[kSquare];
     const std::int32_t column = turn.fromRight ? source.width - kSide - y : y;
     for (std::int32_t i = 0; i < kSide; ++i) {
         const Pixel* row = source.row(turn.fromBottom ? source.height - 1 - x - i : x + i);
-        rows[i] = hn::LoadU(d, row + column);
+        rows[i] = hn::LoadU(PixelTag(), row + column);
     }
     exchange_square(rows);
-    for (std::int32_t i = 0; i < kSide; ++i) {
-        Pixel* to = target.row(y + (turn.fromRight ? kSide - 1 - i : i)) + x;
-        if constexpr (kStreaming) {
-            hn::Stream(rows[i], d, to);
-        } else {
-            hn::StoreU(rows[i], d, to);
+}
+
+// As many squares side by side as it takes to write whole lines of the cache.
+constexpr std::size_t kLine = kLinePixels;
+
+template <bool kStreaming>
+HWY_INLINE void turn_block(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn,
+                           std::int32_t x, std::int32_t y) {
+    const PixelTag d;
+    constexpr auto kSide = static_cast<std::int32_t>(kSquare);
+    const auto row_of = [&](std::size_t i) HWY_ATTR {
+        const auto offset = static_cast<std::int32_t>(i);
+        return target.row(y + (turn.fromRight ? kSide - 1 - offset : offset)) + x;
+    };
+    PixelVec rows[kSquare];
+    if constexpr (!kStreaming || kSquare == kLine) {
+        for (std::int32_t part = 0; part < static_cast<std::int32_t>(kLine); part += kSide) {
+            turn_square(source, turn, x + part, y, rows);
+            for (std::size_t i = 0; i < kSquare; ++i) {
+                if constexpr (kStreaming) {
+                    hn::Stream(rows[i], d, row_of(i));
+                } else {
+                    hn::StoreU(rows[i], d, row_of(i) + part);
+                }
+            }
+        }
+    } else {
+        // A line that is streamed in pieces, with other lines in between, would reach memory in pieces.
+        HWY_ALIGN Pixel lines[kSquare * kLine];
+        for (std::size_t part = 0; part < kLine; part += kSquare) {
+            turn_square(source, turn, x + static_cast<std::int32_t>(part), y, rows);
+            for (std::size_t i = 0; i < kSquare; ++i) hn::Store(rows[i], d, lines + i * kLine + part);
+        }
+        for (std::size_t i = 0; i < kSquare; ++i) {
+            for (std::size_t part = 0; part < kLine; part += kSquare)
+                hn::Stream(hn::Load(d, lines + i * kLine + part), d, row_of(i) + part);
         }
     }
 }
@@ -135,13 +162,14 @@ HWY_INLINE void turn_square(ConstPixelBuffer source, PixelBuffer target, const O
 template <bool kStreaming>
 HWY_INLINE void turn_rows(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn,
                           std::int32_t first, std::int32_t last) {
-    constexpr auto kSide = static_cast<std::int32_t>(kSquare);
-    const std::int32_t right = target.width - target.width % kSide;
-    const std::int32_t bottom = last - (last - first) % kSide;
-    // Along the rows of the source, which come in order then; what is written are whole lines.
-    for (std::int32_t x = 0; x < right; x += kSide) {
-        for (std::int32_t y = first; y < bottom; y += kSide)
-            turn_square<kStreaming>(source, target, turn, x, y);
+    constexpr auto kHigh = static_cast<std::int32_t>(kSquare);
+    constexpr auto kWide = static_cast<std::int32_t>(kLine);
+    const std::int32_t right = target.width - target.width % kWide;
+    const std::int32_t bottom = last - (last - first) % kHigh;
+    // Along the rows of the source, which come in order then.
+    for (std::int32_t x = 0; x < right; x += kWide) {
+        for (std::int32_t y = first; y < bottom; y += kHigh)
+            turn_block<kStreaming>(source, target, turn, x, y);
     }
     hwy::FlushStream();
     turn_area(source, target, turn, {right, first, target.width, bottom});
@@ -155,9 +183,8 @@ void rotate_flip_rows(ConstPixelBuffer source, PixelBuffer target, std::int32_t 
         flip_rows(source, target, turn, first, last);
         return;
     }
-    constexpr std::size_t kBytes = kSquare * sizeof(Pixel);
-    const bool aligned = reinterpret_cast<std::uintptr_t>(target.data) % kBytes == 0 &&
-                         static_cast<std::size_t>(target.width) % kSquare == 0;
+    const bool aligned = reinterpret_cast<std::uintptr_t>(target.data) % (kLine * sizeof(Pixel)) == 0 &&
+                         static_cast<std::size_t>(target.width) % kLine == 0;
     if (aligned && target.rows(first, last).bytes() >= kStreamingBytes) {
         turn_rows<true>(source, target, turn, first, last);
     } else {

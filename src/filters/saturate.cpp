@@ -70,14 +70,29 @@ struct InDoubles {
 // below it.
 struct InFloats {
     float f;
-    std::int32_t bases[256];  // of each luma
+    float rest;               // 1 - f for the base, if floats serve there as well
+    std::int32_t bases[256];  // else of each luma
+    bool restServes;
+
+    explicit InFloats(double factor)
+        : f(std::nextafter(static_cast<float>(factor), std::numeric_limits<float>::infinity())) {
+        const double exactRest = 1.0 - factor;
+        const auto nearest = static_cast<float>(exactRest);
+        rest = std::nextafter(nearest, std::copysign(std::numeric_limits<float>::infinity(), nearest));
+        restServes = true;
+        for (std::int32_t y = 0; y < 256; ++y) {
+            bases[y] = static_cast<std::int32_t>(y * exactRest);
+            restServes = restServes && static_cast<std::int32_t>(static_cast<float>(y) * rest) == bases[y];
+        }
+    }
 
     HWY_INLINE PixelVec operator()(PixelVec pixels) const {
         const IntTag ints;
         const FloatTag d;
         const FloatChannels channels = to_floats(pixels);
         const IntVec luma = hn::BitCast(ints, luma_lanes<BlueIs::First>(pixels));
-        const FloatVec base = hn::ConvertTo(d, hn::GatherIndex(ints, bases, luma));
+        const FloatVec base = restServes ? hn::Trunc(hn::Mul(hn::ConvertTo(d, luma), hn::Set(d, rest)))
+                                         : hn::ConvertTo(d, hn::GatherIndex(ints, bases, luma));
         // Rounding after half of one was taken off, all but less than a hundredth, cuts off the fraction.
         const FloatVec lowered = hn::Sub(base, hn::Set(d, 0.495F));
         const auto channel = [&](FloatVec c) HWY_ATTR {
@@ -221,10 +236,7 @@ void saturate(ConstPixelBuffer source, PixelBuffer target, std::int32_t percent)
     }
 #endif
     if (floats_serve(percent)) {
-        InFloats inFloats;
-        inFloats.f = std::nextafter(static_cast<float>(f), std::numeric_limits<float>::infinity());
-        for (int y = 0; y < 256; ++y) inFloats.bases[y] = static_cast<std::int32_t>(y * (1.0 - f));
-        apply(inFloats);
+        apply(InFloats(f));
     } else if (percent >= -kLargestPercent && percent <= kLargestPercent) {
         apply(InDoubles{f});
     } else {
