@@ -11,7 +11,7 @@ enum PngFilter : std::uint8_t { kPngNone = 0, kPngSub = 1, kPngUp = 2, kPngAvera
 constexpr std::size_t kPngFilters = 5;
 
 /// Undoes a filter in place. `above` is the finished row before it, zeros for the first. False for a filter
-/// that doesn't exist.
+/// that doesn't exist. `size` is a multiple of `bytesPerPixel`, which is 1 to 4.
 bool unfilter_png_row(std::uint8_t filter, std::uint8_t* row, const std::uint8_t* above, std::size_t size,
                       std::size_t bytesPerPixel);
 
