@@ -7,11 +7,12 @@
 #include <hwy/foreach_target.h>  // this file once for each instruction set
 
 #include <algorithm>
+#include <cstring>
 
 #include "core/kernel_path.h"
-#include "core/pixel_runs-inl.h"
 #include "filters/orientation.h"
 #include "filters/plain.h"
+#include "filters/square-inl.h"
 
 #if HWY_ONCE
 namespace pixvane::filters {
@@ -69,46 +70,6 @@ void flip_rows(ConstPixelBuffer source, PixelBuffer target, const Orientation& t
     hwy::FlushStream();
 }
 
-// Rows and columns exchanged in a square of as many vectors as a vector has lanes: first among groups of
-// four lanes, then among the groups.
-constexpr std::size_t kSquare = hn::MaxLanes(PixelTag());
-
-HWY_INLINE void exchange_lanes(PixelVec& a, PixelVec& b, PixelVec& c, PixelVec& d) {
-    const PixelQuad turned = lanes_turned({a, b, c, d});
-    a = turned.v0;
-    b = turned.v1;
-    c = turned.v2;
-    d = turned.v3;
-}
-
-HWY_INLINE void exchange_halves(PixelVec& a, PixelVec& b) {
-    const PixelTag t;
-    const PixelVec lower = hn::ConcatLowerLower(t, b, a);
-    b = hn::ConcatUpperUpper(t, b, a);
-    a = lower;
-}
-
-HWY_INLINE void exchange_odd_groups(PixelVec& a, PixelVec& b) {
-    const PixelVec odd = hn::OddEvenBlocks(b, hn::SwapAdjacentBlocks(a));
-    a = hn::OddEvenBlocks(hn::SwapAdjacentBlocks(b), a);
-    b = odd;
-}
-
-HWY_INLINE void exchange_square(PixelVec (&rows)[kSquare]) {
-    for (std::size_t i = 0; i < kSquare; i += 4)
-        exchange_lanes(rows[i], rows[i + 1], rows[i + 2], rows[i + 3]);
-    if constexpr (kSquare == 8) {
-        for (std::size_t i = 0; i < 4; ++i) exchange_halves(rows[i], rows[i + 4]);
-    } else if constexpr (kSquare == 16) {
-        for (std::size_t i = 0; i < 4; ++i) {
-            exchange_odd_groups(rows[i], rows[i + 4]);
-            exchange_odd_groups(rows[i + 8], rows[i + 12]);
-            exchange_halves(rows[i], rows[i + 8]);
-            exchange_halves(rows[i + 4], rows[i + 12]);
-        }
-    }
-}
-
 // The square of the target at (x, y), row by row, from a square of the source.
 HWY_INLINE void turn_square(ConstPixelBuffer source, const Orientation& turn, std::int32_t x, std::int32_t y,
                             PixelVec (&rows)[kSquare]) {
@@ -121,57 +82,108 @@ HWY_INLINE void turn_square(ConstPixelBuffer source, const Orientation& turn, st
     exchange_square(rows);
 }
 
-// As many squares side by side as it takes to write whole lines of the cache.
-constexpr std::size_t kLine = kLinePixels;
-
-template <bool kStreaming>
-HWY_INLINE void turn_block(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn,
-                           std::int32_t x, std::int32_t y) {
-    const PixelTag d;
+HWY_INLINE Pixel* row_of_square(PixelBuffer target, const Orientation& turn, std::int32_t x, std::int32_t y,
+                                std::int32_t i) {
     constexpr auto kSide = static_cast<std::int32_t>(kSquare);
-    const auto row_of = [&](std::size_t i) HWY_ATTR {
-        const auto offset = static_cast<std::int32_t>(i);
-        return target.row(y + (turn.fromRight ? kSide - 1 - offset : offset)) + x;
-    };
+    return target.row(y + (turn.fromRight ? kSide - 1 - i : i)) + x;
+}
+
+HWY_INLINE void turn_squares(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn,
+                             const Area& area) {
+    constexpr auto kSide = static_cast<std::int32_t>(kSquare);
     PixelVec rows[kSquare];
-    if constexpr (!kStreaming || kSquare == kLine) {
-        for (std::int32_t part = 0; part < static_cast<std::int32_t>(kLine); part += kSide) {
-            turn_square(source, turn, x + part, y, rows);
-            for (std::size_t i = 0; i < kSquare; ++i) {
-                if constexpr (kStreaming) {
-                    hn::Stream(rows[i], d, row_of(i));
-                } else {
-                    hn::StoreU(rows[i], d, row_of(i) + part);
-                }
-            }
-        }
-    } else {
-        // A line that is streamed in pieces, with other lines in between, would reach memory in pieces.
-        HWY_ALIGN Pixel lines[kSquare * kLine];
-        for (std::size_t part = 0; part < kLine; part += kSquare) {
-            turn_square(source, turn, x + static_cast<std::int32_t>(part), y, rows);
-            for (std::size_t i = 0; i < kSquare; ++i) hn::Store(rows[i], d, lines + i * kLine + part);
-        }
-        for (std::size_t i = 0; i < kSquare; ++i) {
-            for (std::size_t part = 0; part < kLine; part += kSquare)
-                hn::Stream(hn::Load(d, lines + i * kLine + part), d, row_of(i) + part);
+    for (std::int32_t x = area.left; x < area.right; x += kSide) {
+        for (std::int32_t y = area.top; y < area.bottom; y += kSide) {
+            turn_square(source, turn, x, y, rows);
+            for (std::int32_t i = 0; i < kSide; ++i)
+                hn::StoreU(rows[i], PixelTag(), row_of_square(target, turn, x, y, i));
         }
     }
 }
 
-template <bool kStreaming>
-HWY_INLINE void turn_rows(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn,
-                          std::int32_t first, std::int32_t last) {
-    constexpr auto kHigh = static_cast<std::int32_t>(kSquare);
-    constexpr auto kWide = static_cast<std::int32_t>(kLine);
-    const std::int32_t right = target.width - target.width % kWide;
-    const std::int32_t bottom = last - (last - first) % kHigh;
+// The same past the caches, where rows start on lines and the columns are whole lines. A line that is
+// streamed in pieces, with others in between, would reach memory in pieces.
+void stream_lines(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn, const Area& area) {
+    const PixelTag d;
+    constexpr auto kSide = static_cast<std::int32_t>(kSquare);
+    HWY_ALIGN Pixel lines[kSquare][kLinePixels];
+    PixelVec rows[kSquare];
     // Along the rows of the source, which come in order then.
-    for (std::int32_t x = 0; x < right; x += kWide) {
-        for (std::int32_t y = first; y < bottom; y += kHigh)
-            turn_block<kStreaming>(source, target, turn, x, y);
+    for (std::int32_t x = 0; x < area.right; x += static_cast<std::int32_t>(kLinePixels)) {
+        for (std::int32_t y = area.top; y < area.bottom; y += kSide) {
+            for (std::size_t part = 0; part < kLinePixels; part += kSquare) {
+                turn_square(source, turn, x + static_cast<std::int32_t>(part), y, rows);
+                for (std::size_t i = 0; i < kSquare; ++i) hn::Store(rows[i], d, lines[i] + part);
+            }
+            for (std::int32_t i = 0; i < kSide; ++i) {
+                Pixel* to = row_of_square(target, turn, x, y, i);
+                for (std::size_t part = 0; part < kLinePixels; part += kSquare)
+                    hn::Stream(hn::Load(d, lines[i] + part), d, to + part);
+            }
+        }
     }
-    hwy::FlushStream();
+}
+
+// How many rows of the target are streamed side by side.
+constexpr std::int32_t kBandRows = 512;
+
+// The same past the caches, for columns from 0 on, whole lines of them, and at most kBandRows rows. Lines
+// that are streamed in pieces, with others in between, reach memory in pieces; and rows start anywhere in a
+// line. So each row keeps what it has of a line until the next columns come.
+void stream_shifted(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn, const Area& area) {
+    const PixelTag d;
+    constexpr auto kSide = static_cast<std::int32_t>(kSquare);
+    constexpr auto kColumns = static_cast<std::int32_t>(kLinePixels);
+    // The columns before x, and those from x on.
+    HWY_ALIGN Pixel kept[kBandRows][2 * kLinePixels];
+    PixelVec rows[kSquare];
+    // Along the rows of the source, which come in order then.
+    for (std::int32_t x = 0; x < area.right; x += kColumns) {
+        for (std::int32_t y = area.top; y < area.bottom; y += kSide) {
+            Pixel(*own)[2 * kLinePixels] = kept + (y - area.top);
+            for (std::size_t part = 0; part < kLinePixels; part += kSquare) {
+                turn_square(source, turn, x + static_cast<std::int32_t>(part), y, rows);
+                for (std::size_t i = 0; i < kSquare; ++i) hn::Store(rows[i], d, own[i] + kLinePixels + part);
+            }
+            for (std::int32_t i = 0; i < kSide; ++i) {
+                Pixel* to = row_of_square(target, turn, x, y, i);
+                const std::size_t first = pixels_to_line(to);
+                if (x == 0) std::memcpy(to, own[i] + kLinePixels, first * sizeof(Pixel));
+                for (std::size_t part = 0; x > 0 && part < kLinePixels; part += kSquare)
+                    hn::Stream(hn::LoadU(d, own[i] + first + part), d, to - kLinePixels + first + part);
+                for (std::size_t part = 0; part < kLinePixels; part += kSquare)
+                    hn::Store(hn::Load(d, own[i] + kLinePixels + part), d, own[i] + part);
+            }
+        }
+    }
+    for (std::int32_t y = area.top; y < area.bottom; y += kSide) {
+        for (std::int32_t i = 0; i < kSide; ++i) {
+            Pixel* to = row_of_square(target, turn, area.right, y, i);
+            const std::size_t first = pixels_to_line(to);
+            std::memcpy(to - kLinePixels + first, kept[y - area.top + i] + first,
+                        (kLinePixels - first) * sizeof(Pixel));
+        }
+    }
+}
+
+void turn_rows(ConstPixelBuffer source, PixelBuffer target, const Orientation& turn, std::int32_t first,
+               std::int32_t last) {
+    constexpr auto kSide = static_cast<std::int32_t>(kSquare);
+    constexpr auto kColumns = static_cast<std::int32_t>(kLinePixels);
+    const std::int32_t bottom = last - (last - first) % kSide;
+    const std::int32_t right = target.width - target.width % kSide;
+    std::int32_t streamed = 0;
+    if (target.rows(first, last).bytes() >= kStreamingBytes && target.width >= kColumns) {
+        streamed = target.width - target.width % kColumns;
+        if (pixels_to_line(target.data) == 0 && target.width % kColumns == 0) {
+            stream_lines(source, target, turn, {0, first, streamed, bottom});
+        } else {
+            for (std::int32_t y = first; y < bottom; y += kBandRows)
+                stream_shifted(source, target, turn, {0, y, streamed, std::min(y + kBandRows, bottom)});
+        }
+        hwy::FlushStream();
+    }
+    turn_squares(source, target, turn, {streamed, first, right, bottom});
     turn_area(source, target, turn, {right, first, target.width, bottom});
     turn_area(source, target, turn, {0, bottom, target.width, last});
 }
@@ -179,16 +191,10 @@ HWY_INLINE void turn_rows(ConstPixelBuffer source, PixelBuffer target, const Ori
 void rotate_flip_rows(ConstPixelBuffer source, PixelBuffer target, std::int32_t type, std::int32_t first,
                       std::int32_t last) {
     const Orientation turn = orientation_of(type);
-    if (!turn.exchangesSides) {
-        flip_rows(source, target, turn, first, last);
-        return;
-    }
-    const bool aligned = reinterpret_cast<std::uintptr_t>(target.data) % (kLine * sizeof(Pixel)) == 0 &&
-                         static_cast<std::size_t>(target.width) % kLine == 0;
-    if (aligned && target.rows(first, last).bytes() >= kStreamingBytes) {
-        turn_rows<true>(source, target, turn, first, last);
+    if (turn.exchangesSides) {
+        turn_rows(source, target, turn, first, last);
     } else {
-        turn_rows<false>(source, target, turn, first, last);
+        flip_rows(source, target, turn, first, last);
     }
 }
 #else

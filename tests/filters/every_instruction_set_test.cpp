@@ -82,23 +82,26 @@ std::vector<Kernel> kernels() {
     return list;
 }
 
-/// Runs a kernel on pictures that start at any multiple of four bytes.
+/// Runs a kernel on pictures that start so many pixels behind a line of the cache.
 Picture result_of(const Kernel& kernel, const Picture& source, std::size_t sourceOffset,
                   std::size_t targetOffset) {
-    std::vector<Pixel> from(source.pixels.size() + sourceOffset);
-    std::copy(source.pixels.begin(), source.pixels.end(),
-              from.begin() + static_cast<std::ptrdiff_t>(sourceOffset));
-    std::vector<Pixel> to(source.pixels.size() + targetOffset + 1, 0xDEADBEEF);
+    constexpr std::size_t kLine = 16;
+    const auto start_of = [](std::vector<Pixel>& memory, std::size_t offset) {
+        const std::size_t past = reinterpret_cast<std::uintptr_t>(memory.data()) / sizeof(Pixel) % kLine;
+        return memory.data() + (kLine - past) + offset;
+    };
+    std::vector<Pixel> from(source.pixels.size() + sourceOffset + kLine);
+    Pixel* const sourceStart = start_of(from, sourceOffset);
+    std::copy(source.pixels.begin(), source.pixels.end(), sourceStart);
+
+    std::vector<Pixel> to(source.pixels.size() + targetOffset + kLine + 1, 0xDEADBEEF);
+    Pixel* const targetStart = start_of(to, targetOffset);
     Picture result(kernel.exchangesSides ? source.height : source.width,
                    kernel.exchangesSides ? source.width : source.height);
-    kernel.run({from.data() + sourceOffset, source.width, source.height},
-               {to.data() + targetOffset, result.width, result.height});
-    if (targetOffset > 0) {
-        EXPECT_EQ(to[targetOffset - 1], 0xDEADBEEF) << kernel.name;
-    }
-    EXPECT_EQ(to.back(), 0xDEADBEEF) << kernel.name;
-    std::copy_n(to.begin() + static_cast<std::ptrdiff_t>(targetOffset), source.pixels.size(),
-                result.pixels.begin());
+    kernel.run({sourceStart, source.width, source.height}, {targetStart, result.width, result.height});
+    EXPECT_EQ(targetStart[-1], 0xDEADBEEF) << kernel.name;
+    EXPECT_EQ(targetStart[source.pixels.size()], 0xDEADBEEF) << kernel.name;
+    std::copy_n(targetStart, source.pixels.size(), result.pixels.begin());
     return result;
 }
 
@@ -135,8 +138,7 @@ TEST_P(EveryInstructionSet, EqualsThePlainVersionWhenStreaming) {
         for (const Kernel& kernel : kernels()) {
             const Picture expected = plain_result_of(kernel, source);
             ASSERT_TRUE(same_pixels(expected, result_of(kernel, source, 1, 3))) << kernel.name;
-            // The system gives blocks of this size out aligned, but for its own 16 bytes before them.
-            ASSERT_TRUE(same_pixels(expected, result_of(kernel, source, 0, 12))) << kernel.name;
+            ASSERT_TRUE(same_pixels(expected, result_of(kernel, source, 0, 0))) << kernel.name;
         }
     }
 }
