@@ -38,6 +38,7 @@ Arguments
   integer   130  -5  0xFF              double   0.8  1.5e2
   boolean   true  false  1  0          string   as it stands; a comma in it as \,
   color     #FF8000 (red green blue), or the number 0x0080FF (blue green red)
+  integers  the whole list: UserEffect=0,1,0,1,4,1,0,1,0
 
 Steps are taken from left to right. A property is put: JpegQuality=80. Everything is
 checked before the picture is loaded: names, arguments, and the range that a member

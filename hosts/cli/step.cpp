@@ -67,6 +67,13 @@ public:
         }
     }
 
+    pixvane_value integer() const {
+        using Limits = std::numeric_limits<std::int32_t>;
+        const std::int64_t number = within(Limits::min(), Limits::max(), "a whole number");
+        check_range(static_cast<double>(number));
+        return pixvane_int32(static_cast<std::int32_t>(number));
+    }
+
 private:
     [[noreturn]] void refuse(const std::string& why) const {
         std::string where = member_.name;
@@ -84,13 +91,6 @@ private:
     void check_range(double number) const {
         if (argument_.has_range && !(number >= argument_.minimum && number <= argument_.maximum))
             refuse(concat("is out of range (accepted: ", accepted_text(argument_), ")"));
-    }
-
-    pixvane_value integer() const {
-        using Limits = std::numeric_limits<std::int32_t>;
-        const std::int64_t number = within(Limits::min(), Limits::max(), "a whole number");
-        check_range(static_cast<double>(number));
-        return pixvane_int32(static_cast<std::int32_t>(number));
     }
 
     pixvane_value real() const {
@@ -143,8 +143,7 @@ void check_usable(const MemberInfo& member, bool hasValue) {
     if (member.type == PIXVANE_PROPERTY && !member.writable)
         throw UsageFailure(concat(name, " can only be read, so it can't be a step"));
     for (const ArgumentInfo& argument : arguments_of(member))
-        if (argument.kind == PIXVANE_BYTES || argument.kind == PIXVANE_INT32_ARRAY ||
-            argument.kind == PIXVANE_POINTS)
+        if (argument.kind == PIXVANE_BYTES || argument.kind == PIXVANE_POINTS)
             throw UsageFailure(concat(name, " takes ", kind_name(argument.kind),
                                       ", which can't be written on a command line"));
     if (member.type == PIXVANE_METHOD && member.result == PIXVANE_BYTES)
@@ -182,6 +181,15 @@ Step parse_step(std::string_view text) {
         const bool isText = arguments.size() == 1 && arguments[0].kind == PIXVANE_STRING;
         step.strings = isText ? std::vector<std::string>{std::string(rest)} : split(rest);
         if (arguments.empty()) throw UsageFailure(concat(member.name, " takes no arguments"));
+    }
+    // A single array takes the whole list.
+    if (arguments.size() == 1 && arguments[0].kind == PIXVANE_INT32_ARRAY) {
+        if (!hasValue)
+            throw UsageFailure(concat(member.name, " takes a list of integers: ", member.name, "=a,b,..."));
+        for (const std::string& number : step.strings)
+            step.numbers.push_back(ArgumentParser(member, arguments[0], number).integer().i);
+        step.values.push_back(pixvane_int32_array(step.numbers.data(), step.numbers.size()));
+        return step;
     }
     if (step.strings.size() != arguments.size())
         throw UsageFailure(concat(member.name, " takes ", plural(arguments.size(), "argument"), " (",

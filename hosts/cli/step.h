@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,11 +17,12 @@ struct Step {
     const MemberInfo* member = nullptr;
     std::vector<pixvane_value> values;  ///< strings among them stand in `strings`
     std::vector<std::string> strings = {};
+    std::vector<std::int32_t> numbers = {};  ///< of its array, if it has one
 
     Step() = default;
     Step(const Step&) = delete;
     Step& operator=(const Step&) = delete;
-    // A moved vector keeps its strings where they are, so the values stay right.
+    // A moved vector keeps its elements where they are, so the values stay right.
     Step(Step&&) = default;
     Step& operator=(Step&&) = default;
 };

@@ -293,6 +293,155 @@ public:
         call("Gamma", member, to_value(Level));
     }
 
+    // ---- Blur and sharpen ----
+
+    /// Mean over a square around each pixel.
+    /// nVal: integer, 1 to 16384, slider 1 to 50, default 3.
+    void Blur(std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("Blur");
+        call("Blur", member, to_value(nVal));
+    }
+    /// Mean over a square whose centre has a weight of its own; black for radii below 0.
+    /// nAverage: integer, slider -20 to 20, default 1.
+    /// nVal: integer, -8 to 16384, slider 0 to 50, default 2.
+    void Average(std::int32_t nAverage, std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("Average");
+        call("Average", member, to_value(nAverage), to_value(nVal));
+    }
+    /// Blurs flat areas and keeps those whose range is above the level.
+    /// nVal: integer, 1 to 16384, slider 1 to 50, default 2.
+    /// Level: integer, slider 0 to 255, default 30.
+    void SmartBlur(std::int32_t nVal, std::int32_t Level) {
+        static const std::int32_t member = pixvane_find_member("SmartBlur");
+        call("SmartBlur", member, to_value(nVal), to_value(Level));
+    }
+    /// Blur with weights that fall with the distance, the steeper the larger B.
+    /// nVal: integer, 1 to 16384, slider 1 to 50, default 5.
+    /// B: integer, at least 1, slider 1 to 100, default 1.
+    void GaussianBlur(std::int32_t nVal, std::int32_t B) {
+        static const std::int32_t member = pixvane_find_member("GaussianBlur");
+        call("GaussianBlur", member, to_value(nVal), to_value(B));
+    }
+    /// Sharpens against the diagonal neighbours.
+    void Sharpen() {
+        static const std::int32_t member = pixvane_find_member("Sharpen");
+        call("Sharpen", member);
+    }
+    /// Sharpens where the range of the neighbours is at least the level.
+    /// Level: integer, slider 0 to 255, default 30.
+    void SharpenEdge(std::int32_t Level) {
+        static const std::int32_t member = pixvane_find_member("SharpenEdge");
+        call("SharpenEdge", member, to_value(Level));
+    }
+    /// Applies a kernel of 3 x 3 or 5 x 5 weights, column by column.
+    void UserEffect(View<std::int32_t> ppArray) {
+        static const std::int32_t member = pixvane_find_member("UserEffect");
+        call("UserEffect", member, to_value(ppArray));
+    }
+
+    // ---- Edges ----
+
+    /// Light edges on black, by four neighbours.
+    void Laplas() {
+        static const std::int32_t member = pixvane_find_member("Laplas");
+        call("Laplas", member);
+    }
+    /// Light edges on black, by eight neighbours.
+    void Contour() {
+        static const std::int32_t member = pixvane_find_member("Contour");
+        call("Contour", member);
+    }
+    /// Gradient: 0 right less left, 1 left less right, 2 bottom less top, 3 top less bottom.
+    /// nType: integer, slider 0 to 3, default 0.
+    void Sobel(std::int32_t nType) {
+        static const std::int32_t member = pixvane_find_member("Sobel");
+        call("Sobel", member, to_value(nType));
+    }
+
+    // ---- Surface ----
+
+    /// Grey relief of the difference to a neighbour, in one of eight directions.
+    /// nValue: integer, -10 to 10, slider -10 to 10, default 1.
+    /// Direction: integer, slider 0 to 7, default 3.
+    void Emboss(std::int32_t nValue, std::int32_t Direction) {
+        static const std::int32_t member = pixvane_find_member("Emboss");
+        call("Emboss", member, to_value(nValue), to_value(Direction));
+    }
+    /// Lights the picture from one side, turned by 45 degrees for each step.
+    /// nVal: integer, slider 0 to 7, default 1.
+    void Relief(std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("Relief");
+        call("Relief", member, to_value(nVal));
+    }
+    /// Tiles of 2 nVal + 1 pixels: type 0 of their middle's colour, others of their mean.
+    /// nType: integer, slider 0 to 1, default 1.
+    /// nVal: integer, at least 1, slider 1 to 100, default 5.
+    void Mosaic(std::int32_t nType, std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("Mosaic");
+        call("Mosaic", member, to_value(nType), to_value(nVal));
+    }
+    /// Draws a weave of short random strokes, black and white, of less than this alpha.
+    /// Val: integer, at least 1, slider 1 to 256, default 40.
+    void Textile(std::int32_t Val) {
+        static const std::int32_t member = pixvane_find_member("Textile");
+        call("Textile", member, to_value(Val));
+    }
+
+    // ---- Noise and ranks ----
+
+    /// The least value of each channel within the radius.
+    /// nVal: integer, 0 to 16384, slider 0 to 50, default 2.
+    void Minimal(std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("Minimal");
+        call("Minimal", member, to_value(nVal));
+    }
+    /// The largest value of each channel within the radius.
+    /// nVal: integer, 0 to 16384, slider 0 to 50, default 2.
+    void Maximal(std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("Maximal");
+        call("Maximal", member, to_value(nVal));
+    }
+    /// The middle value of each channel within the radius.
+    /// nVal: integer, 0 to 16384, slider 0 to 50, default 2.
+    void Median(std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("Median");
+        call("Median", member, to_value(nVal));
+    }
+    /// Replaces channels that stand out by their mean within the radius.
+    /// nVal: integer, 1 to 16384, slider 1 to 20, default 1.
+    void AntiNoise(std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("AntiNoise");
+        call("AntiNoise", member, to_value(nVal));
+    }
+    /// Takes each pixel from a random place within the radius.
+    /// nVal: integer, at least 1, slider 1 to 50, default 3.
+    void Diffuse(std::int32_t nVal) {
+        static const std::int32_t member = pixvane_find_member("Diffuse");
+        call("Diffuse", member, to_value(nVal));
+    }
+
+    // ---- Focus ----
+
+    /// Blurs in nVal passes outside of R1 around a point, fully from R1 + R2 on.
+    /// nVal: integer, at least 1, slider 1 to 10, default 3.
+    /// R1: integer, at least 1, slider 1 to 2000, default 100.
+    /// R2: integer, at least 1, slider 1 to 2000, default 200.
+    /// X: integer, slider 0 to 8000, default 400.
+    /// Y: integer, slider 0 to 8000, default 300.
+    void SoftFocus(std::int32_t nVal, std::int32_t R1, std::int32_t R2, std::int32_t X, std::int32_t Y) {
+        static const std::int32_t member = pixvane_find_member("SoftFocus");
+        call("SoftFocus", member, to_value(nVal), to_value(R1), to_value(R2), to_value(X), to_value(Y));
+    }
+    /// Keeps colour within R1 around a point and fades to grey over the next R2 pixels.
+    /// R1: integer, slider 0 to 2000, default 100.
+    /// R2: integer, slider 0 to 2000, default 200.
+    /// X: integer, slider 0 to 8000, default 400.
+    /// Y: integer, slider 0 to 8000, default 300.
+    void FocalBW(std::int32_t R1, std::int32_t R2, std::int32_t X, std::int32_t Y) {
+        static const std::int32_t member = pixvane_find_member("FocalBW");
+        call("FocalBW", member, to_value(R1), to_value(R2), to_value(X), to_value(Y));
+    }
+
     // ---- Canvas ----
 
     /// Fills the picture with BitmapBackColor.
@@ -313,12 +462,30 @@ public:
         static const std::int32_t member = pixvane_find_member("RotateFlip");
         call("RotateFlip", member, to_value(nType));
     }
+    /// Scales by a factor for each side; below 0.5 by the mean of what a pixel covers.
+    /// ScaleX: double, 1.5259021896696422e-05 to 65536, slider 0.05 to 4, default 0.5.
+    /// ScaleY: double, 1.5259021896696422e-05 to 65536, slider 0.05 to 4, default 0.5.
+    void ScaleImage(double ScaleX, double ScaleY) {
+        static const std::int32_t member = pixvane_find_member("ScaleImage");
+        call("ScaleImage", member, to_value(ScaleX), to_value(ScaleY));
+    }
     /// Adds a border of one colour.
     /// Width: integer, 1 to 65535, slider 1 to 200, default 16.
     /// Color: color, default 0xFFFFFF.
     void AddSimpleBorder(std::int32_t Width, std::uint32_t Color) {
         static const std::int32_t member = pixvane_find_member("AddSimpleBorder");
         call("AddSimpleBorder", member, to_value(Width), pixvane_color(Color));
+    }
+    /// Adds a border of a gradient: Style 0 to the right, 1 down, 2 and 3 along the diagonals.
+    /// Width: integer, 1 to 65535, slider 1 to 200, default 16.
+    /// Color1: color, default 0xFFFFFF.
+    /// Color2: color, default 0x804000.
+    /// Style: integer, slider 0 to 3, default 2.
+    void AddGradientBorder(std::int32_t Width, std::uint32_t Color1, std::uint32_t Color2,
+                           std::int32_t Style) {
+        static const std::int32_t member = pixvane_find_member("AddGradientBorder");
+        call("AddGradientBorder", member, to_value(Width), pixvane_color(Color1), pixvane_color(Color2),
+             to_value(Style));
     }
 
     // ---- View ----

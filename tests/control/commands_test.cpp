@@ -122,6 +122,11 @@ TEST(Commands, do_in_vectors_what_they_do_plainly) {
     }
 }
 
+/// Whether the plain version is quick enough for a large picture: it is where neighbours don't count.
+bool is_plainly_quick(const Row& row) {
+    return row.category == std::string("Colours") || row.category == std::string("Canvas");
+}
+
 TEST(Commands, do_the_same_on_a_large_picture_with_any_number_of_threads) {
     const MemoryScope memory(std::uint64_t{128} << 20);
     const Picture picture = test::random_picture(2111, 1403, 5);
@@ -129,15 +134,15 @@ TEST(Commands, do_the_same_on_a_large_picture_with_any_number_of_threads) {
         TestRandom random(7);
         const std::vector<Value> values = random_arguments(*row, random);
         SCOPED_TRACE(describe(*row, values));
-        Picture plain;
-        {
-            const test::PlainScope scope;
-            plain = run(*row, picture, values);
-        }
-        for (const std::int32_t threads : {1, 2, 5}) {
+        set_worker_threads(1);
+        const Picture alone = run(*row, picture, values);
+        for (const std::int32_t threads : {2, 5}) {
             set_worker_threads(threads);
-            ASSERT_TRUE(test::same_pixels(plain, run(*row, picture, values))) << threads << " threads";
+            ASSERT_TRUE(test::same_pixels(alone, run(*row, picture, values))) << threads << " threads";
         }
+        if (!is_plainly_quick(*row)) continue;
+        const test::PlainScope scope;
+        ASSERT_TRUE(test::same_pixels(run(*row, picture, values), alone));
     }
 }
 

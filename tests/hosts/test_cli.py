@@ -90,6 +90,12 @@ class Edit(CommandLineTest):
         self.assertEqual(self.edit("Invert", "Saturate=0", "Undo")[0], self.expected(("Invert",)))
         self.assertEqual(self.edit("Gamma=1.5e0", "Gamma=.5")[0], self.expected(("Gamma", 1.5), ("Gamma", 0.5)))
 
+    def test_a_list_of_integers_is_one_argument(self):
+        kernel = [0, 0, 0, 1, 0, 0, 0, 0, -0]
+        got, _ = self.edit("UserEffect=" + ",".join(map(str, kernel)))
+        self.assertEqual(got, self.expected(("UserEffect", kernel)))
+        self.assertNotEqual(got, self.expected())
+
     def test_colors(self):
         for color in ("#FF8000", "0x0080FF", "0xFF0080FF", "33023"):
             got, _ = self.edit("BitmapBackColor=" + color, "AutoResize=true", "ClearImage")
@@ -175,6 +181,9 @@ class Refusals(CommandLineTest):
         (["JpegQuality", "needs a value"], "JpegQuality"),
         (["Zoom", "only be read"], "Zoom=2"),
         (["event"], "OnDropFile=a"),
+        (["list of integers"], "UserEffect"),
+        (["ppArray", "'x'", "whole number"], "UserEffect=1,x"),
+        (["beyond 32 bits"], "UserEffect=1,4294967296"),
         (["bytes"], "LoadFromImageArray=a,2,2"),
         (["bytes"], "GetImageArray"),
         (["bytes"], "Picture=abc"),

@@ -321,6 +321,180 @@ class Pixvane:
         One step of the history: Undo takes it back.
         """
 
+    def Blur(self, nVal: int, /) -> None:
+        """Mean over a square around each pixel.
+
+            nVal  integer, 1 to 16384, slider 1 to 50, default 3
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Average(self, nAverage: int, nVal: int, /) -> None:
+        """Mean over a square whose centre has a weight of its own; black for radii below 0.
+
+            nAverage  integer, slider -20 to 20, default 1
+            nVal      integer, -8 to 16384, slider 0 to 50, default 2
+
+        One step of the history: Undo takes it back.
+        """
+
+    def SmartBlur(self, nVal: int, Level: int, /) -> None:
+        """Blurs flat areas and keeps those whose range is above the level.
+
+            nVal   integer, 1 to 16384, slider 1 to 50, default 2
+            Level  integer, slider 0 to 255, default 30
+
+        One step of the history: Undo takes it back.
+        """
+
+    def GaussianBlur(self, nVal: int, B: int, /) -> None:
+        """Blur with weights that fall with the distance, the steeper the larger B.
+
+            nVal  integer, 1 to 16384, slider 1 to 50, default 5
+            B     integer, at least 1, slider 1 to 100, default 1
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Sharpen(self) -> None:
+        """Sharpens against the diagonal neighbours.
+
+        One step of the history: Undo takes it back.
+        """
+
+    def SharpenEdge(self, Level: int, /) -> None:
+        """Sharpens where the range of the neighbours is at least the level.
+
+            Level  integer, slider 0 to 255, default 30
+
+        One step of the history: Undo takes it back.
+        """
+
+    def UserEffect(self, ppArray: Iterable[int], /) -> None:
+        """Applies a kernel of 3 x 3 or 5 x 5 weights, column by column.
+
+            ppArray  integers
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Laplas(self) -> None:
+        """Light edges on black, by four neighbours.
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Contour(self) -> None:
+        """Light edges on black, by eight neighbours.
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Sobel(self, nType: int, /) -> None:
+        """Gradient: 0 right less left, 1 left less right, 2 bottom less top, 3 top less bottom.
+
+            nType  integer, slider 0 to 3, default 0
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Emboss(self, nValue: int, Direction: int, /) -> None:
+        """Grey relief of the difference to a neighbour, in one of eight directions.
+
+            nValue     integer, -10 to 10, slider -10 to 10, default 1
+            Direction  integer, slider 0 to 7, default 3
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Relief(self, nVal: int, /) -> None:
+        """Lights the picture from one side, turned by 45 degrees for each step.
+
+            nVal  integer, slider 0 to 7, default 1
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Minimal(self, nVal: int, /) -> None:
+        """The least value of each channel within the radius.
+
+            nVal  integer, 0 to 16384, slider 0 to 50, default 2
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Maximal(self, nVal: int, /) -> None:
+        """The largest value of each channel within the radius.
+
+            nVal  integer, 0 to 16384, slider 0 to 50, default 2
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Median(self, nVal: int, /) -> None:
+        """The middle value of each channel within the radius.
+
+            nVal  integer, 0 to 16384, slider 0 to 50, default 2
+
+        One step of the history: Undo takes it back.
+        """
+
+    def AntiNoise(self, nVal: int, /) -> None:
+        """Replaces channels that stand out by their mean within the radius.
+
+            nVal  integer, 1 to 16384, slider 1 to 20, default 1
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Diffuse(self, nVal: int, /) -> None:
+        """Takes each pixel from a random place within the radius.
+
+            nVal  integer, at least 1, slider 1 to 50, default 3
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Mosaic(self, nType: int, nVal: int, /) -> None:
+        """Tiles of 2 nVal + 1 pixels: type 0 of their middle's colour, others of their mean.
+
+            nType  integer, slider 0 to 1, default 1
+            nVal   integer, at least 1, slider 1 to 100, default 5
+
+        One step of the history: Undo takes it back.
+        """
+
+    def Textile(self, Val: int, /) -> None:
+        """Draws a weave of short random strokes, black and white, of less than this alpha.
+
+            Val  integer, at least 1, slider 1 to 256, default 40
+
+        One step of the history: Undo takes it back.
+        """
+
+    def SoftFocus(self, nVal: int, R1: int, R2: int, X: int, Y: int, /) -> None:
+        """Blurs in nVal passes outside of R1 around a point, fully from R1 + R2 on.
+
+            nVal  integer, at least 1, slider 1 to 10, default 3
+            R1    integer, at least 1, slider 1 to 2000, default 100
+            R2    integer, at least 1, slider 1 to 2000, default 200
+            X     integer, slider 0 to 8000, default 400
+            Y     integer, slider 0 to 8000, default 300
+
+        One step of the history: Undo takes it back.
+        """
+
+    def FocalBW(self, R1: int, R2: int, X: int, Y: int, /) -> None:
+        """Keeps colour within R1 around a point and fades to grey over the next R2 pixels.
+
+            R1  integer, slider 0 to 2000, default 100
+            R2  integer, slider 0 to 2000, default 200
+            X   integer, slider 0 to 8000, default 400
+            Y   integer, slider 0 to 8000, default 300
+
+        One step of the history: Undo takes it back.
+        """
+
     def ClearImage(self) -> None:
         """Fills the picture with BitmapBackColor.
 
@@ -344,11 +518,31 @@ class Pixvane:
         One step of the history: Undo takes it back.
         """
 
+    def ScaleImage(self, ScaleX: float, ScaleY: float, /) -> None:
+        """Scales by a factor for each side; below 0.5 by the mean of what a pixel covers.
+
+            ScaleX  double, 1.5259021896696422e-05 to 65536, slider 0.05 to 4, default 0.5
+            ScaleY  double, 1.5259021896696422e-05 to 65536, slider 0.05 to 4, default 0.5
+
+        One step of the history: Undo takes it back.
+        """
+
     def AddSimpleBorder(self, Width: int, Color: int, /) -> None:
         """Adds a border of one colour.
 
             Width  integer, 1 to 65535, slider 1 to 200, default 16
             Color  color, default 0xFFFFFF
+
+        One step of the history: Undo takes it back.
+        """
+
+    def AddGradientBorder(self, Width: int, Color1: int, Color2: int, Style: int, /) -> None:
+        """Adds a border of a gradient: Style 0 to the right, 1 down, 2 and 3 along the diagonals.
+
+            Width   integer, 1 to 65535, slider 1 to 200, default 16
+            Color1  color, default 0xFFFFFF
+            Color2  color, default 0x804000
+            Style   integer, slider 0 to 3, default 2
 
         One step of the history: Undo takes it back.
         """
