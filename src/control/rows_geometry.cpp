@@ -79,8 +79,9 @@ void scale_image(ImageStore& store, double scaleX, double scaleY) {
 std::vector<Row> geometry_rows() {
     const char* canvas = "Canvas";
     const Range sides{1, kMaxSide};
-    // Beyond these every picture would lose a side or become too large.
-    const Range factors{1.0 / kMaxSide, kMaxSide + 1.0};
+    // Beyond these every picture would lose a side or become too large; where it does so within, depends on
+    // it.
+    const Range factors{0.00001, kMaxSide};
     return {
         command("ClearImage", 150, clear_image, canvas, "Fills the picture with BitmapBackColor."),
         command("SetNewSize", 63, set_new_size, canvas,
