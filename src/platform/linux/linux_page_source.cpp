@@ -34,7 +34,7 @@ void* map_huge(std::size_t size) {
     auto* const start = static_cast<std::uint8_t*>(mapped);
     const std::size_t before = (kHugePage - reinterpret_cast<std::uintptr_t>(start) % kHugePage) % kHugePage;
     if (before != 0) ::munmap(start, before);
-    if (before != kHugePage) ::munmap(start + before + size, kHugePage - before);
+    ::munmap(start + before + size, kHugePage - before);
     ::madvise(start + before, size, MADV_HUGEPAGE);
     return start + before;
 }
