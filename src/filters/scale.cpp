@@ -7,6 +7,8 @@
 #include <hwy/foreach_target.h>  // this file once for each instruction set
 
 #include <cstring>
+#include <optional>
+#include <type_traits>
 
 #include "core/compose.h"
 #include "core/kernel_path.h"
@@ -90,11 +92,33 @@ void scale_rows_by_sums(ConstPixelBuffer source, PixelBuffer target, const Scali
     }
 }
 
+// Makes the rows that are not opaque, of a picture that is tried as an opaque one first.
+class OtherRows {
+public:
+    OtherRows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling)
+        : source_(source), target_(target), scaling_(scaling) {}
+    void make(std::int32_t y) {
+        if (!scaler_) scaler_.emplace(source_, scaling_);
+        if (scaler_->is_valid()) {
+            scaler_->make_row(y, target_.row(y));
+        } else {
+            plain::scale_rows(source_, target_, scaling_, y, y + 1);
+        }
+    }
+
+private:
+    ConstPixelBuffer source_;
+    PixelBuffer target_;
+    const Scaling& scaling_;
+    std::optional<SumScaler> scaler_;
+};
+
 // The sums of the two source rows that are mixed at the moment; a row lies in the slot of its parity.
+template <bool kShort>
 class SumRows {
 public:
-    SumRows(ConstPixelBuffer source, const ScaleAxis& axis)
-        : source_(source), axis_(axis), width_((axis.count() + kLanes - 1) / kLanes * kLanes) {
+    SumRows(ConstPixelBuffer source, const ScaleAxis& axis, WeightBits bits)
+        : source_(source), axis_(axis), bits_(bits), width_((axis.count() + kLanes - 1) / kLanes * kLanes) {
         const std::size_t size = static_cast<std::size_t>(width_) * 4;
         memory_ = hwy::AllocateAligned<std::int16_t>(2 * size + 2 * size / 4);
     }
@@ -107,8 +131,9 @@ public:
         std::int16_t* sums = memory_.get() + slot * static_cast<std::size_t>(width_) * 4;
         if (held_[slot] != y) {
             held_[slot] = y;
-            isOpaque_[slot] = axis_.shrinks() ? widen_row<true>(source_.row(y), source_.width, axis_, sums)
-                                              : widen_row<false>(source_.row(y), source_.width, axis_, sums);
+            isOpaque_[slot] =
+                axis_.shrinks() ? widen_row<true, kShort>(source_.row(y), source_.width, axis_, bits_, sums)
+                                : widen_row<false, kShort>(source_.row(y), source_.width, axis_, bits_, sums);
         }
         return isOpaque_[slot] ? sums : nullptr;
     }
@@ -118,49 +143,76 @@ public:
 private:
     ConstPixelBuffer source_;
     const ScaleAxis& axis_;
+    WeightBits bits_;
     std::int32_t width_;
     std::int32_t held_[2] = {-1, -1};
     bool isOpaque_[2] = {};
     hwy::AlignedFreeUniquePtr<std::int16_t[]> memory_;
 };
 
-void scale_rows_bilinear(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
+// Whether vectors may be streamed right into the rows of a target.
+bool can_stream(PixelBuffer target) {
+    return target.width % kLanes == 0 &&
+           reinterpret_cast<std::uintptr_t>(target.data) % (kLanes * sizeof(Pixel)) == 0;
+}
+
+template <class Mix>
+void scale_rows_bilinear(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, WeightBits bits,
                          std::int32_t first, std::int32_t last) {
-    SumRows rows(source, scaling.x());
+    SumRows<std::is_same_v<Mix, MixShort>> rows(source, scaling.x(), bits);
     if (!rows.is_valid()) {
         plain::scale_rows(source, target, scaling, first, last);
         return;
     }
+    OtherRows others(source, target, scaling);
     const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
     const bool isWhole = rows.width() == target.width;
-    const bool isAligned =
-        isWhole && reinterpret_cast<std::uintptr_t>(target.data) % (kLanes * sizeof(Pixel)) == 0;
     for (std::int32_t y = first; y < last; ++y) {
         const Taps& taps = scaling.y().taps(y);
         Pixel* to = target.row(y);
         const std::int16_t* upper = rows.of(taps.first);
         const std::int16_t* lower = rows.of(taps.first + taps.count - 1);
         if (upper == nullptr || lower == nullptr) {
-            scale_rows_by_sums(source, target, scaling, y, y + 1);
+            others.make(y);
             continue;
         }
-        const auto weights = static_cast<std::uint32_t>(taps.firstWeight | taps.lastWeight << 16);
-        if (streaming && isAligned) {
-            mix_sums<true>(upper, lower, weights, to, rows.width());
+        const Mix mix(taps, bits);
+        if (streaming && can_stream(target)) {
+            mix_sums<true>(upper, lower, mix, to, rows.width());
         } else if (!streaming && isWhole) {
-            mix_sums<false>(upper, lower, weights, to, rows.width());
+            mix_sums<false>(upper, lower, mix, to, rows.width());
         } else {
-            mix_sums<false>(upper, lower, weights, rows.line(), rows.width());
+            mix_sums<false>(upper, lower, mix, rows.line(), rows.width());
             copy_run(rows.line(), to, static_cast<std::size_t>(target.width), streaming);
         }
     }
     hwy::FlushStream();
 }
 
+void halve(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
+           std::int32_t last) {
+    const bool streaming = can_stream(target) && target.rows(first, last).bytes() >= kStreamingBytes;
+    const std::int32_t left = scaling.x().begin();
+    OtherRows others(source, target, scaling);
+    for (std::int32_t y = first; y < last; ++y) {
+        const std::int32_t row = scaling.y().taps(y).first;
+        const Pixel* upper = source.row(row) + left;
+        const Pixel* lower = source.row(row + 1) + left;
+        const bool isOpaque = streaming ? halve_rows<true>(upper, lower, target.row(y), target.width)
+                                        : halve_rows<false>(upper, lower, target.row(y), target.width);
+        if (!isOpaque) others.make(y);
+    }
+    hwy::FlushStream();
+}
+
 void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
                 std::int32_t last) {
-    if (scaling.x().is_bilinear() && scaling.y().is_bilinear()) {
-        scale_rows_bilinear(source, target, scaling, first, last);
+    if (scaling.x().is_half() && scaling.y().is_half()) {
+        halve(source, target, scaling, first, last);
+    } else if (scaling.x().is_bilinear() && scaling.y().is_bilinear()) {
+        const WeightBits bits(scaling.x(), scaling.y());
+        const auto run = bits.is_short() ? scale_rows_bilinear<MixShort> : scale_rows_bilinear<MixLong>;
+        run(source, target, scaling, bits, first, last);
     } else {
         scale_rows_by_sums(source, target, scaling, first, last);
     }

@@ -3,6 +3,7 @@
 #include "filters/scale_axis.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace pixvane::filters {
 
@@ -16,10 +17,13 @@ ScaleAxis::ScaleAxis(const ScaledRange& range) : range_(range) {
     if (!is_bilinear()) return;
     left_.reserve(count + kPadding);
     rightWeights_.reserve(count + kPadding);
+    std::uint32_t bits = kBilinearTotal;
     for (const Taps& taps : taps_) {
+        bits |= static_cast<std::uint32_t>(taps.lastWeight);
         left_.push_back(taps.first);
         rightWeights_.push_back(static_cast<std::uint32_t>(taps.lastWeight) * 0x10001u);
     }
+    unusedBits_ = std::countr_zero(bits);
     left_.resize(count + kPadding, left_.back());
     rightWeights_.resize(count + kPadding, rightWeights_.back());
 }

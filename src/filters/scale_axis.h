@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
 #include <vector>
 
 namespace pixvane::filters {
@@ -42,6 +43,7 @@ public:
     /// Whether weights are bilinear; else pixels are means of what they cover.
     bool is_bilinear() const { return std::int64_t{2} * range_.size >= range_.length; }
     bool shrinks() const { return range_.size < range_.length; }
+    bool is_half() const { return std::int64_t{2} * range_.size == range_.length; }
     std::int32_t count() const { return range_.count; }
     /// Of an axis that is a copy: the source pixel that is pixel i.
     std::int32_t source_of(std::int32_t i) const { return range_.from + range_.first + i; }
@@ -50,6 +52,11 @@ public:
     std::int32_t inner_weight() const { return range_.size; }
     /// Of all weights of a pixel.
     std::int32_t total_weight() const { return is_bilinear() ? kBilinearTotal : range_.length; }
+    /// The total of the same weights without common divisors.
+    std::int32_t steps() const {
+        return is_bilinear() ? kBilinearTotal >> unusedBits_
+                             : range_.length / std::gcd(range_.length, range_.size);
+    }
     /// The part of the source that is used: from the first pixel to behind the last.
     std::int32_t begin() const { return taps_.front().first; }
     std::int32_t end() const { return taps_.back().first + taps_.back().count; }
@@ -58,6 +65,8 @@ public:
     /// the right one in both halves of each number. The last entry is repeated kPadding times.
     const std::int32_t* left() const { return left_.data(); }
     const std::uint32_t* right_weights() const { return rightWeights_.data(); }
+    /// How many low bits are 0 in all these weights, at most 8.
+    std::int32_t unused_bits() const { return unusedBits_; }
     static constexpr std::size_t kPadding = 64;
     static constexpr std::int32_t kBilinearTotal = 256;
 
@@ -69,6 +78,7 @@ private:
     std::vector<Taps> taps_;
     std::vector<std::int32_t> left_;
     std::vector<std::uint32_t> rightWeights_;
+    std::int32_t unusedBits_ = 0;
 };
 
 }  // namespace pixvane::filters

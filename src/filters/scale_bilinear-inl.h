@@ -75,14 +75,31 @@ HWY_INLINE TapPair load_taps(const WindowedRow& row, const std::int32_t* left) {
     }
 }
 
-// Sums of a row, less 2^15 so that they fit signed numbers: for each vector of pixels the sums of the lower
-// halves of its blocks, then those of the upper halves. Returns whether all pixels that were used are opaque.
-template <bool kShrinks>
-HWY_INLINE bool widen_row(const Pixel* source, std::int32_t width, const ScaleAxis& axis,
+// How many bits the weights of a row and those of a column take. Where both make 8 or less, as for all powers
+// of two up to 8, the sums fit 16 bits: then they are made so that they take 8 together.
+struct WeightBits {
+    std::int32_t row = 8;
+    std::int32_t column = 8;
+
+    WeightBits(const ScaleAxis& x, const ScaleAxis& y) {
+        const std::int32_t least = 8 - x.unused_bits();
+        if (least > y.unused_bits()) return;
+        row = least;
+        column = 8 - least;
+    }
+    bool is_short() const { return row + column == 8; }
+};
+
+// Sums of a row: for each vector of pixels those of the lower halves of its blocks, then those of the upper
+// halves. Sums of 16 bits are less 2^15 so that they fit signed numbers, unless the weights are short.
+// Returns whether all pixels that were used are opaque.
+template <bool kShrinks, bool kShort>
+HWY_INLINE bool widen_row(const Pixel* source, std::int32_t width, const ScaleAxis& axis, WeightBits bits,
                           std::int16_t* sums) {
     const PixelTag d;
     const ByteTag d8;
     const ShortTag d16;
+    const hn::RebindToUnsigned<ShortTag> du16;
     const WindowedRow row(source, width);
     const auto zero = hn::Zero(d8);
     const auto bias = hn::Set(d16, static_cast<std::int16_t>(-0x8000));
@@ -92,17 +109,23 @@ HWY_INLINE bool widen_row(const Pixel* source, std::int32_t width, const ScaleAx
         common = hn::And(common, hn::And(taps.left, taps.right));
         const auto left = hn::BitCast(d8, taps.left);
         const auto right = hn::BitCast(d8, taps.right);
-        const auto weights = hn::LoadU(d, axis.right_weights() + x);
-        const auto mix = [&](auto left256, auto left1, auto right1, auto weight) {
-            const auto difference = hn::Sub(hn::BitCast(d16, right1), hn::BitCast(d16, left1));
-            return hn::Add(hn::Xor(hn::BitCast(d16, left256), bias),
-                           hn::Mul(difference, hn::BitCast(d16, weight)));
+        PixelVec weights = hn::LoadU(d, axis.right_weights() + x);
+        if constexpr (kShort)
+            weights = hn::BitCast(d, hn::ShiftRightSame(hn::BitCast(du16, weights), 8 - bits.row));
+        const auto mix = [&](ByteVec left1, ByteVec right1, ByteVec left256, PixelVec weight) {
+            const auto l = hn::BitCast(d16, left1);
+            const auto part = hn::Mul(hn::Sub(hn::BitCast(d16, right1), l), hn::BitCast(d16, weight));
+            if constexpr (kShort) {
+                return hn::Add(hn::ShiftLeftSame(l, bits.row), part);
+            } else {
+                return hn::Add(hn::Xor(hn::BitCast(d16, left256), bias), part);
+            }
         };
-        hn::StoreU(mix(hn::InterleaveLower(d8, zero, left), hn::InterleaveLower(d8, left, zero),
-                       hn::InterleaveLower(d8, right, zero), hn::InterleaveLower(d, weights, weights)),
+        hn::StoreU(mix(hn::InterleaveLower(d8, left, zero), hn::InterleaveLower(d8, right, zero),
+                       hn::InterleaveLower(d8, zero, left), hn::InterleaveLower(d, weights, weights)),
                    d16, sums);
-        hn::StoreU(mix(hn::InterleaveUpper(d8, zero, left), hn::InterleaveUpper(d8, left, zero),
-                       hn::InterleaveUpper(d8, right, zero), hn::InterleaveUpper(d, weights, weights)),
+        hn::StoreU(mix(hn::InterleaveUpper(d8, left, zero), hn::InterleaveUpper(d8, right, zero),
+                       hn::InterleaveUpper(d8, zero, left), hn::InterleaveUpper(d, weights, weights)),
                    d16, sums + 2 * kLanes);
     }
     return hn::AllTrue(d, hn::Eq(hn::ShiftRight<24>(common), hn::Set(d, 0xFF)));
@@ -122,33 +145,115 @@ HWY_INLINE PixelVec third_bytes(IntVec p0, IntVec p1, IntVec p2, IntVec p3) {
     return hn::BitCast(d, hn::TableLookupBytes(hn::BitCast(d8, mixed), hn::LoadDup128(d8, kOrder)));
 }
 
-// Mixes two rows of sums to a row of whole vectors of pixels. `weights`: of the upper row, below that of the
-// lower one, 16 bits each.
-template <bool kStreaming>
-HWY_INLINE void mix_sums(const std::int16_t* upper, const std::int16_t* lower, std::uint32_t weights,
-                         Pixel* to, std::int32_t count) {
+// Two vectors of sums in 16 bits, whose upper bytes are channels, as pixels.
+HWY_INLINE PixelVec upper_bytes(ShortVec lower, ShortVec upper) {
+    alignas(16) static constexpr std::uint8_t kOrder[16] = {0, 2, 4, 6, 8, 10, 12, 14,
+                                                            1, 3, 5, 7, 9, 11, 13, 15};
+    const ByteTag d8;
+    const hn::RebindToUnsigned<ShortTag> du16;
+    const auto mixed =
+        hn::OddEven(hn::BitCast(d8, upper), hn::BitCast(d8, hn::ShiftRight<8>(hn::BitCast(du16, lower))));
+    return hn::BitCast(PixelTag(), hn::TableLookupBytes(mixed, hn::LoadDup128(d8, kOrder)));
+}
+
+// A vector of pixels from two rows of sums.
+struct MixLong {
+    ShortVec weights;
+
+    MixLong(const Taps& taps, WeightBits) {
+        const auto both = static_cast<std::uint32_t>(taps.firstWeight | taps.lastWeight << 16);
+        weights = hn::BitCast(ShortTag(), hn::Set(PixelTag(), both));
+    }
+    HWY_INLINE PixelVec operator()(ShortVec upper0, ShortVec upper1, ShortVec lower0, ShortVec lower1) const {
+        const ShortTag d;
+        // Takes the bias of the sums away again, and rounds.
+        const auto start = hn::Set(IntTag(), (0x8000 << 8) + 0x8000);
+        return third_bytes(add_products(start, hn::InterleaveLower(d, upper0, lower0), weights),
+                           add_products(start, hn::InterleaveUpper(d, upper0, lower0), weights),
+                           add_products(start, hn::InterleaveLower(d, upper1, lower1), weights),
+                           add_products(start, hn::InterleaveUpper(d, upper1, lower1), weights));
+    }
+};
+
+struct MixShort {
+    ShortVec upperWeight, lowerWeight;
+
+    MixShort(const Taps& taps, WeightBits bits) {
+        const std::int32_t unused = 8 - bits.column;
+        upperWeight = hn::Set(ShortTag(), static_cast<std::int16_t>(taps.firstWeight >> unused));
+        lowerWeight = hn::Set(ShortTag(), static_cast<std::int16_t>(taps.lastWeight >> unused));
+    }
+    HWY_INLINE PixelVec operator()(ShortVec upper0, ShortVec upper1, ShortVec lower0, ShortVec lower1) const {
+        const auto half = hn::Set(ShortTag(), 128);
+        const auto mix = [&](ShortVec upper, ShortVec lower) {
+            return hn::Add(hn::Add(hn::Mul(upper, upperWeight), half), hn::Mul(lower, lowerWeight));
+        };
+        return upper_bytes(mix(upper0, lower0), mix(upper1, lower1));
+    }
+};
+
+// Mixes two rows of sums to a row of whole vectors of pixels.
+template <bool kStreaming, class Mix>
+HWY_INLINE void mix_sums(const std::int16_t* upper, const std::int16_t* lower, const Mix& mix, Pixel* to,
+                         std::int32_t count) {
     const PixelTag d;
-    const IntTag di;
     const ShortTag d16;
-    const auto pair = hn::BitCast(d16, hn::Set(d, weights));
-    // Takes the bias of the sums away again, and rounds.
-    const auto start = hn::Set(di, (0x8000 << 8) + 0x8000);
     for (std::int32_t x = 0; x < count; x += kLanes, upper += 4 * kLanes, lower += 4 * kLanes) {
-        const auto upper0 = hn::LoadU(d16, upper);
-        const auto upper1 = hn::LoadU(d16, upper + 2 * kLanes);
-        const auto lower0 = hn::LoadU(d16, lower);
-        const auto lower1 = hn::LoadU(d16, lower + 2 * kLanes);
-        const PixelVec pixels =
-            third_bytes(add_products(start, hn::InterleaveLower(d16, upper0, lower0), pair),
-                        add_products(start, hn::InterleaveUpper(d16, upper0, lower0), pair),
-                        add_products(start, hn::InterleaveLower(d16, upper1, lower1), pair),
-                        add_products(start, hn::InterleaveUpper(d16, upper1, lower1), pair));
+        const PixelVec pixels = mix(hn::LoadU(d16, upper), hn::LoadU(d16, upper + 2 * kLanes),
+                                    hn::LoadU(d16, lower), hn::LoadU(d16, lower + 2 * kLanes));
         if constexpr (kStreaming) {
             hn::Stream(pixels, d, to + x);
         } else {
             hn::StoreU(pixels, d, to + x);
         }
     }
+}
+
+// Means of two by two pixels, a vector of them from two vectors of each of two rows. Keeps the bits that all
+// have in common.
+HWY_INLINE PixelVec halved(const Pixel* upper, const Pixel* lower, PixelVec& common) {
+    const PixelTag d;
+    const hn::Repartition<std::uint16_t, PixelTag> d16;
+    const PixelVec upper0 = hn::LoadU(d, upper), upper1 = hn::LoadU(d, upper + kLanes);
+    const PixelVec lower0 = hn::LoadU(d, lower), lower1 = hn::LoadU(d, lower + kLanes);
+    common = hn::And(hn::And(common, hn::And(upper0, upper1)), hn::And(lower0, lower1));
+    const PixelVec corners[4] = {hn::ConcatEven(d, upper1, upper0), hn::ConcatOdd(d, upper1, upper0),
+                                 hn::ConcatEven(d, lower1, lower0), hn::ConcatOdd(d, lower1, lower0)};
+    const PixelVec evenBytes = hn::Set(d, 0x00FF00FF);
+    auto even = hn::Set(d16, 2), odd = even;
+    for (const PixelVec& corner : corners) {
+        even = hn::Add(even, hn::BitCast(d16, hn::And(corner, evenBytes)));
+        odd = hn::Add(odd, hn::ShiftRight<8>(hn::BitCast(d16, corner)));
+    }
+    return hn::Or(hn::BitCast(d, hn::ShiftRight<2>(even)),
+                  hn::AndNot(evenBytes, hn::BitCast(d, hn::ShiftLeft<6>(odd))));
+}
+
+// A row of such means; returns whether all pixels are opaque.
+template <bool kStreaming>
+HWY_INLINE bool halve_rows(const Pixel* upper, const Pixel* lower, Pixel* to, std::int32_t count) {
+    const PixelTag d;
+    PixelVec common = hn::Set(d, ~0u);
+    std::int32_t x = 0;
+    for (; x + kLanes <= count; x += kLanes, upper += 2 * kLanes, lower += 2 * kLanes) {
+        const PixelVec pixels = halved(upper, lower, common);
+        if constexpr (kStreaming) {
+            hn::Stream(pixels, d, to + x);
+        } else {
+            hn::StoreU(pixels, d, to + x);
+        }
+    }
+    if (x < count) {
+        HWY_ALIGN Pixel few[2][2 * kLanes];
+        std::fill_n(few[0], 4 * kLanes, kOpaque);
+        const std::size_t bytes = static_cast<std::size_t>(count - x) * sizeof(Pixel);
+        std::memcpy(few[0], upper, 2 * bytes);
+        std::memcpy(few[1], lower, 2 * bytes);
+        const PixelVec pixels = halved(few[0], few[1], common);
+        hn::StoreU(pixels, d, few[0]);
+        std::memcpy(to + x, few[0], bytes);
+    }
+    return hn::AllTrue(d, hn::Eq(hn::ShiftRight<24>(common), hn::Set(d, 0xFF)));
 }
 
 }  // namespace pixvane::filters::HWY_NAMESPACE
