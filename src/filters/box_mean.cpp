@@ -1,9 +1,17 @@
 // Means over squares, at a cost that doesn't depend on their size.
 // SPDX-License-Identifier: MIT
 #include "filters/area.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "filters/box_mean.cpp"
+#include <hwy/foreach_target.h>  // this file once for each instruction set
+
+#include "core/kernel_path.h"
 #include "filters/area_plain.h"
 #include "filters/band_scratch.h"
+#include "filters/box_rows-inl.h"
 
+#if HWY_ONCE
 namespace pixvane::filters {
 namespace {
 
@@ -48,13 +56,75 @@ void plain::box_mean(ConstPixelBuffer source, PixelBuffer target, const BoxMean&
     }
 }
 
-void box_mean(ConstPixelBuffer source, PixelBuffer target, const BoxMean& mean, std::int32_t first,
-              std::int32_t last, std::byte* scratch) {
-    plain::box_mean(source, target, mean, first, last, scratch);
-}
+namespace {
 
-std::size_t box_mean_scratch(std::int32_t width, std::int32_t) {
+std::size_t plain_scratch(std::int32_t width) {
     return ScratchCutter::bytes<ColumnSums>(static_cast<std::size_t>(width));
 }
 
+}  // namespace
 }  // namespace pixvane::filters
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::filters::HWY_NAMESPACE {
+#if PIXVANE_VECTORS
+using namespace pixvane::HWY_NAMESPACE;
+
+std::size_t mean_row_pixels(std::int32_t width) { return static_cast<std::size_t>(width) + 16; }
+
+// Each row is made in the caches, whole vectors of it, and goes from there to the target.
+template <class Rows>
+HWY_INLINE void make_means(ConstPixelBuffer source, PixelBuffer target, const BoxMean& mean,
+                           std::int32_t first, std::int32_t last, std::byte* scratch) {
+    ScratchCutter cutter(scratch);
+    Pixel* row = cutter.cut<Pixel>(mean_row_pixels(source.width));
+    Rows rows(source, mean, cutter);
+    rows.start(first);
+    const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
+    for (std::int32_t y = first; y < last; ++y) {
+        rows.make(y, row);
+        copy_run(row, target.row(y), static_cast<std::size_t>(target.width), streaming);
+    }
+    if (streaming) hwy::FlushStream();
+}
+
+void box_mean(ConstPixelBuffer source, PixelBuffer target, const BoxMean& mean, std::int32_t first,
+              std::int32_t last, std::byte* scratch) {
+    if (mean.centreWeight == 1 && mean.radius <= SmallBoxRows::kLargestRadius) {
+        make_means<SmallBoxRows>(source, target, mean, first, last, scratch);
+    } else if (mean.centreWeight == 1 && mean.radius <= NarrowColumns::kLargestRadius) {
+        make_means<NarrowBoxRows>(source, target, mean, first, last, scratch);
+    } else {
+        make_means<WideBoxRows>(source, target, mean, first, last, scratch);
+    }
+}
+
+std::size_t box_mean_fast_scratch(std::int32_t width, std::int32_t radius) {
+    return ScratchCutter::bytes<Pixel>(mean_row_pixels(width)) +
+           std::max(NarrowBoxRows::scratch(width, radius), WideBoxRows::scratch(width, radius));
+}
+#else
+using plain::box_mean;
+std::size_t box_mean_fast_scratch(std::int32_t, std::int32_t) { return 0; }
+#endif
+}  // namespace pixvane::filters::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace pixvane::filters {
+
+HWY_EXPORT(box_mean);
+HWY_EXPORT(box_mean_fast_scratch);
+
+void box_mean(ConstPixelBuffer source, PixelBuffer target, const BoxMean& mean, std::int32_t first,
+              std::int32_t last, std::byte* scratch) {
+    pick_kernel(plain::box_mean, HWY_DYNAMIC_DISPATCH(box_mean))(source, target, mean, first, last, scratch);
+}
+
+std::size_t box_mean_scratch(std::int32_t width, std::int32_t radius) {
+    return std::max(plain_scratch(width), HWY_DYNAMIC_DISPATCH(box_mean_fast_scratch)(width, radius));
+}
+
+}  // namespace pixvane::filters
+#endif

@@ -51,26 +51,44 @@ using namespace pixvane::HWY_NAMESPACE;
 // A neighbour that counts.
 struct Tap {
     std::int32_t dx, dy;
-    std::int32_t weight;
     const Pixel* row;  // of the row that is being made
 };
 
-// The neighbours that count, sorted by weight, and what their weights add up to. A divisor is never negative:
-// all signs are turned then, which leaves the quotient what it was.
+// Neighbours whose weights are equal but for the sign; they are added up before they are multiplied.
+struct TapGroup {
+    std::int64_t weight;  // above 0
+    std::size_t endAdded, endTaken;
+};
+
+// The neighbours that count, and what their weights add up to. A divisor is never negative: all signs are
+// turned then, which leaves the quotient what it was.
 struct Taps {
     explicit Taps(const Kernel& kernel) : reach(kernel.side / 2) {
         for (const std::int32_t weight : kernel.weights) divisor += weight;
         const std::int64_t sign = divisor < 0 ? -1 : 1;
         divisor *= sign;
-        for (std::int32_t i = 0; i < kernel.side * kernel.side; ++i) {
-            const std::int64_t weight = sign * kernel.weights[static_cast<std::size_t>(i)];
-            if (weight == 0) continue;
-            (weight > 0 ? above : below) += std::abs(weight);
-            largest = std::max(largest, std::abs(weight));
-            list[count++] = {i / kernel.side - reach, i % kernel.side - reach,
-                             static_cast<std::int32_t>(weight), nullptr};
+        std::int64_t weights[25];
+        for (std::size_t i = 0; i < 25; ++i) {
+            weights[i] = sign * kernel.weights[i];
+            (weights[i] > 0 ? above : below) += std::abs(weights[i]);
         }
-        std::sort(list, list + count, [](const Tap& a, const Tap& b) { return a.weight < b.weight; });
+        for (std::int64_t previous = 0;;) {
+            std::int64_t weight = 0;  // the next larger size
+            for (const std::int64_t w : weights)
+                if (std::abs(w) > previous && (weight == 0 || std::abs(w) < weight)) weight = std::abs(w);
+            if (weight == 0) break;
+            TapGroup& group = groups[groupCount++];
+            group.weight = previous = weight;
+            group.endAdded = add_all(kernel.side, weights, weight);
+            group.endTaken = add_all(kernel.side, weights, -weight);
+        }
+    }
+
+    std::size_t add_all(std::int32_t side, const std::int64_t (&weights)[25], std::int64_t weight) {
+        for (std::int32_t i = 0; i < side * side; ++i) {
+            if (weights[i] == weight) list[count++] = {i / side - reach, i % side - reach, nullptr};
+        }
+        return count;
     }
 
     void go_to_row(ConstPixelBuffer source, std::int32_t y) {
@@ -78,12 +96,48 @@ struct Taps {
             list[i].row = source.row(inside(y + list[i].dy, source.height));
     }
 
+    std::int64_t largest() const { return groupCount == 0 ? 0 : groups[groupCount - 1].weight; }
+
     std::int32_t reach;
-    std::size_t count = 0;
+    std::size_t count = 0, groupCount = 0;
     Tap list[25];
+    TapGroup groups[25];                // from the smallest weight to the largest
     std::int64_t above = 0, below = 0;  // the weights above and below 0
     std::int64_t divisor = 0;
-    std::int64_t largest = 0;
+};
+
+// Words of N vectors of pixels next to each other.
+template <std::size_t N>
+struct WordSums {
+    WordVec blueRed[N], greenAlpha[N];
+
+    HWY_INLINE void set(std::uint16_t value) {
+        for (std::size_t i = 0; i < N; ++i) blueRed[i] = greenAlpha[i] = hn::Set(WordTag(), value);
+    }
+    template <class Load>
+    HWY_INLINE void add(const Tap& tap, std::int32_t x, const Load& load) {
+        for (std::size_t i = 0; i < N; ++i) {
+            const PixelVec p = load(tap.row, x + tap.dx + static_cast<std::int32_t>(i) * lanes_of_pixels());
+            blueRed[i] = hn::Add(blueRed[i], blue_red_words(p));
+            greenAlpha[i] = hn::Add(greenAlpha[i], green_alpha_words(p));
+        }
+    }
+    template <class Load>
+    HWY_INLINE void take(const Tap& tap, std::int32_t x, const Load& load) {
+        for (std::size_t i = 0; i < N; ++i) {
+            const PixelVec p = load(tap.row, x + tap.dx + static_cast<std::int32_t>(i) * lanes_of_pixels());
+            blueRed[i] = hn::Sub(blueRed[i], blue_red_words(p));
+            greenAlpha[i] = hn::Sub(greenAlpha[i], green_alpha_words(p));
+        }
+    }
+    // Starting from 0, the neighbours of a group from `tap` on.
+    template <class Load>
+    HWY_INLINE void gather(const Taps& taps, std::size_t& tap, const TapGroup& group, std::int32_t x,
+                           const Load& load) {
+        set(0);
+        for (; tap < group.endAdded; ++tap) add(taps.list[tap], x, load);
+        for (; tap < group.endTaken; ++tap) take(taps.list[tap], x, load);
+    }
 };
 
 // Sums that fit 16 bits, as they do for most kernels. They start at what they may lose, so that they are
@@ -91,61 +145,47 @@ struct Taps {
 class InWords {
 public:
     explicit InWords(const Taps& taps)
-        : taps_(taps), start_(static_cast<std::uint16_t>(255 * std::min<std::int64_t>(taps.below, 257))) {
-        const std::int64_t most = 255 * taps.above;
-        if (taps.divisor == 0) {
-            limit_ = 255;
-        } else {
-            limit_ =
-                static_cast<std::uint16_t>(std::min({most, 256 * taps.divisor - 1, std::int64_t{65535}}));
-        }
-        if (taps.divisor < 2) return;
-        while ((std::int64_t{2} << shift_) < taps.divisor) ++shift_;
-        const std::int64_t power = std::int64_t{1} << (16 + shift_);
-        const std::int64_t factor = (power + taps.divisor - 1) / taps.divisor;
-        factor_ = static_cast<std::uint16_t>(factor);
-        // What the factor is too large by may not reach the next whole number.
-        exact_ = (factor * taps.divisor - power) * limit_ < power;
-    }
+        : taps_(taps),
+          start_(static_cast<std::uint16_t>(255 * std::min<std::int64_t>(taps.below, 257))),
+          limit_(largest_sum(taps)),
+          quotient_(taps.divisor, limit_) {}
+    bool serves() const { return 255 * (taps_.above + taps_.below) <= 65535 && quotient_.is_exact(); }
 
-    bool serves() const { return 255 * (taps_.above + taps_.below) <= 65535 && exact_; }
-
-    template <class Load>
-    HWY_INLINE PixelVec operator()(std::int32_t x, const Load& load) const {
-        const WordTag d;
-        WordVec blueRed = hn::Set(d, start_);
-        WordVec greenAlpha = blueRed;
-        for (const Tap* tap = taps_.list; tap != taps_.list + taps_.count;) {
-            // Those of one weight are multiplied together.
-            const std::int32_t weight = tap->weight;
-            WordVec blueRedSum = hn::Zero(d);
-            WordVec greenAlphaSum = hn::Zero(d);
-            do {
-                const PixelVec p = load(tap->row, x + tap->dx);
-                blueRedSum = hn::Add(blueRedSum, blue_red_words(p));
-                greenAlphaSum = hn::Add(greenAlphaSum, green_alpha_words(p));
-            } while (++tap != taps_.list + taps_.count && tap->weight == weight);
-            const WordVec weights = hn::Set(d, static_cast<std::uint16_t>(weight));
-            blueRed = hn::Add(blueRed, hn::Mul(blueRedSum, weights));
-            greenAlpha = hn::Add(greenAlpha, hn::Mul(greenAlphaSum, weights));
+    template <std::size_t N, class Load>
+    HWY_INLINE void make(std::int32_t x, const Load& load, PixelVec (&made)[N]) const {
+        WordSums<N> total;
+        total.set(start_);
+        std::size_t tap = 0;
+        for (std::size_t g = 0; g < taps_.groupCount; ++g) {
+            WordSums<N> sum;
+            sum.gather(taps_, tap, taps_.groups[g], x, load);
+            const WordVec weight = hn::Set(WordTag(), static_cast<std::uint16_t>(taps_.groups[g].weight));
+            for (std::size_t i = 0; i < N; ++i) {
+                total.blueRed[i] = hn::Add(total.blueRed[i], hn::Mul(sum.blueRed[i], weight));
+                total.greenAlpha[i] = hn::Add(total.greenAlpha[i], hn::Mul(sum.greenAlpha[i], weight));
+            }
         }
-        return pixels_of_words(divided(blueRed), divided(greenAlpha));
+        for (std::size_t i = 0; i < N; ++i)
+            made[i] = pixels_of_words(divided(total.blueRed[i]), divided(total.greenAlpha[i]));
     }
 
 private:
+    // What gives more than 255 makes no difference.
+    static std::uint16_t largest_sum(const Taps& taps) {
+        if (taps.divisor == 0) return 255;
+        return static_cast<std::uint16_t>(
+            std::min({255 * taps.above, 256 * taps.divisor - 1, std::int64_t{65535}}));
+    }
+
     HWY_INLINE WordVec divided(WordVec sum) const {
         const WordTag d;
-        const WordVec limited = hn::Min(hn::SaturatedSub(sum, hn::Set(d, start_)), hn::Set(d, limit_));
-        if (factor_ == 0) return limited;
-        return hn::ShiftRightSame(hn::MulHigh(limited, hn::Set(d, factor_)), shift_);
+        return quotient_(hn::Min(hn::SaturatedSub(sum, hn::Set(d, start_)), hn::Set(d, limit_)));
     }
 
     const Taps& taps_;
     std::uint16_t start_;
-    std::uint16_t limit_ = 0;
-    std::uint16_t factor_ = 0;
-    int shift_ = 0;
-    bool exact_ = true;
+    std::uint16_t limit_;
+    WordQuotient quotient_;
 };
 
 // Sums that fit 32 bits, of weights that fit 16.
@@ -158,30 +198,34 @@ public:
           quotient_(std::max<std::int64_t>(taps.divisor, 1)) {}
 
     bool serves() const {
-        return taps_.largest <= 32767 &&
+        return taps_.largest() <= 32767 &&
                255 * (taps_.above + taps_.below) <= std::numeric_limits<std::int32_t>::max() &&
                taps_.divisor <= ByteQuotient::kLargestDivisor;
     }
 
-    template <class Load>
-    HWY_INLINE PixelVec operator()(std::int32_t x, const Load& load) const {
+    template <std::size_t N, class Load>
+    HWY_INLINE void make(std::int32_t x, const Load& load, PixelVec (&made)[N]) const {
         const IntTag d;
         const SignedWordTag words;
-        IntVec blue = hn::Zero(d);
-        IntVec green = hn::Zero(d);
-        IntVec red = hn::Zero(d);
-        for (const Tap* tap = taps_.list; tap != taps_.list + taps_.count; ++tap) {
-            const PixelVec p = load(tap->row, x + tap->dx);
-            const SignedWordVec blueRed = hn::BitCast(words, blue_red_words(p));
-            const SignedWordVec greenAlpha = hn::BitCast(words, green_alpha_words(p));
-            // Nothing of the upper word, nothing of the lower.
-            const SignedWordVec lower = hn::BitCast(words, hn::Set(d, tap->weight & 0xFFFF));
-            const SignedWordVec upper = hn::BitCast(words, hn::ShiftLeft<16>(hn::Set(d, tap->weight)));
-            blue = add_products(blue, blueRed, lower);
-            red = add_products(red, blueRed, upper);
-            green = add_products(green, greenAlpha, lower);
+        IntVec blue[N], green[N], red[N];
+        for (std::size_t i = 0; i < N; ++i) blue[i] = green[i] = red[i] = hn::Zero(d);
+        std::size_t tap = 0;
+        for (std::size_t g = 0; g < taps_.groupCount; ++g) {
+            WordSums<N> sum;
+            sum.gather(taps_, tap, taps_.groups[g], x, load);
+            // For the lower word of a pair alone, and for the upper.
+            const IntVec weight = hn::Set(d, static_cast<std::int32_t>(taps_.groups[g].weight));
+            const SignedWordVec lower = hn::BitCast(words, weight);
+            const SignedWordVec upper = hn::BitCast(words, hn::ShiftLeft<16>(weight));
+            for (std::size_t i = 0; i < N; ++i) {
+                const SignedWordVec blueRed = hn::BitCast(words, sum.blueRed[i]);
+                blue[i] = add_products(blue[i], blueRed, lower);
+                red[i] = add_products(red[i], blueRed, upper);
+                green[i] = add_products(green[i], hn::BitCast(words, sum.greenAlpha[i]), lower);
+            }
         }
-        return pixels_of_channels(divided(blue), divided(green), divided(red));
+        for (std::size_t i = 0; i < N; ++i)
+            made[i] = pixels_of_channels(divided(blue[i]), divided(green[i]), divided(red[i]));
     }
 
 private:

@@ -43,7 +43,7 @@ struct HalfDifference {
 
     // The mean of two bytes comes rounded up; of their opposites it is the one rounded down.
     template <class Load>
-    HWY_INLINE PixelVec operator()(std::int32_t x, const Load& load) const {
+    HWY_INLINE PixelVec one(std::int32_t x, const Load& load) const {
         const ByteTag d;
         const ByteVec c = hn::BitCast(d, load(row, x));
         const ByteVec other = hn::BitCast(d, load(others, x + dx));
@@ -57,8 +57,8 @@ void emboss(ConstPixelBuffer source, PixelBuffer target, std::int32_t dx, std::i
     const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
     for (std::int32_t y = first; y < last; ++y) {
         const Pixel* others = source.row(inside(std::int64_t{y} + dy, source.height));
-        make_row(target.row(y), target.width, reach, streaming,
-                 HalfDifference{source.row(y), others, dx < 0 ? -reach : reach});
+        const HalfDifference single{source.row(y), others, dx < 0 ? -reach : reach};
+        make_row(target.row(y), target.width, reach, streaming, EachOfSeveral<HalfDifference>{single});
     }
     if (streaming) hwy::FlushStream();
 }

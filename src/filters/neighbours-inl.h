@@ -43,7 +43,7 @@ HWY_INLINE PixelVec pixels_of_channels(IntVec blue, IntVec green, IntVec red) {
 }
 
 // A vector of pixels from place x of a row, whose edge pixels go on beyond its ends.
-HWY_NOINLINE PixelVec load_repeating(const Pixel* row, std::int32_t width, std::int32_t x) {
+inline HWY_NOINLINE PixelVec load_repeating(const Pixel* row, std::int32_t width, std::int32_t x) {
     const PixelTag d;
     const std::int32_t lanes = lanes_of_pixels();
     if (x >= 0 && x + lanes <= width) return hn::LoadU(d, row + x);
@@ -65,35 +65,59 @@ struct NearTheEnds {
     }
 };
 
-// Makes a row of `width` pixels of make(x, load), a vector each. It loads what it wants by load(row, place),
-// places from x - reach to x + reach.
+// Makes a row of `width` pixels by make.make(x, load, vectors), one or two vectors of them. It loads what it
+// wants by load(row, place), places from x - reach to reach beyond the last pixel.
 template <class Make>
 HWY_INLINE void make_row(Pixel* to, std::int32_t width, std::int32_t reach, bool streaming,
                          const Make& make) {
     const PixelTag d;
     const std::int32_t lanes = lanes_of_pixels();
     const NearTheEnds nearEnds{width};
+    PixelVec one[1];
     if (width < lanes) {
         HWY_ALIGN Pixel buffer[hn::MaxLanes(PixelTag())];
-        hn::Store(make(0, nearEnds), d, buffer);
+        make.make(0, nearEnds, one);
+        hn::Store(one[0], d, buffer);
         std::memcpy(to, buffer, static_cast<std::size_t>(width) * sizeof(Pixel));
         return;
     }
-    hn::StoreU(make(0, nearEnds), d, to);
+    const auto make_near_ends = [&](std::int32_t x) HWY_ATTR {
+        make.make(x, nearEnds, one);
+        hn::StoreU(one[0], d, to + x);
+    };
+    make_near_ends(0);
     // The next ones are aligned.
     const std::size_t bytes = hn::Lanes(ByteTag());
     std::int32_t x =
         lanes - static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(to) % bytes / sizeof(Pixel));
-    for (; x < reach && x + lanes <= width; x += lanes) hn::StoreU(make(x, nearEnds), d, to + x);
+    for (; x < reach && x + lanes <= width; x += lanes) make_near_ends(x);
     const InTheMidst midst;
-    if (streaming) {
-        for (; x + lanes + reach <= width; x += lanes) hn::Stream(make(x, midst), d, to + x);
-    } else {
-        for (; x + lanes + reach <= width; x += lanes) hn::StoreU(make(x, midst), d, to + x);
+    for (; x + 2 * lanes + reach <= width; x += 2 * lanes) {
+        PixelVec two[2];
+        make.make(x, midst, two);
+        if (streaming) {
+            hn::Stream(two[0], d, to + x);
+            hn::Stream(two[1], d, to + x + lanes);
+        } else {
+            hn::StoreU(two[0], d, to + x);
+            hn::StoreU(two[1], d, to + x + lanes);
+        }
     }
-    for (; x + lanes <= width; x += lanes) hn::StoreU(make(x, nearEnds), d, to + x);
-    if (x < width) hn::StoreU(make(width - lanes, nearEnds), d, to + width - lanes);
+    for (; x + lanes <= width; x += lanes) make_near_ends(x);
+    if (x < width) make_near_ends(width - lanes);
 }
+
+// What makes single vectors by one(x, load), made to make several.
+template <class Single>
+struct EachOfSeveral {
+    const Single& single;
+
+    template <std::size_t N, class Load>
+    HWY_INLINE void make(std::int32_t x, const Load& load, PixelVec (&made)[N]) const {
+        for (std::size_t i = 0; i < N; ++i)
+            made[i] = single.one(x + static_cast<std::int32_t>(i) * lanes_of_pixels(), load);
+    }
+};
 
 // Adds the products of pairs of words, a pair in each lane, to a sum.
 HWY_INLINE IntVec add_products(IntVec sum, SignedWordVec a, SignedWordVec b) {
@@ -129,11 +153,44 @@ private:
     float divisor_, reciprocal_, rest_;
 };
 
+// Division of words up to `limit` by small divisors, 0 among them, which leaves them as they are.
+class WordQuotient {
+public:
+    WordQuotient(std::int64_t divisor, std::int64_t limit) {
+        if (divisor < 2) return;
+        while ((std::int64_t{2} << shift_) < divisor) ++shift_;
+        const std::int64_t power = std::int64_t{1} << (16 + shift_);
+        const std::int64_t factor = (power + divisor - 1) / divisor;
+        factor_ = static_cast<std::uint16_t>(factor);
+        // What the factor is too large by may not reach the next whole number.
+        exact_ = factor <= 65535 && (factor * divisor - power) * limit < power;
+    }
+
+    bool is_exact() const { return exact_; }
+
+    HWY_INLINE WordVec operator()(WordVec value) const {
+        if (factor_ == 0) return value;
+        return hn::ShiftRightSame(hn::MulHigh(value, hn::Set(WordTag(), factor_)), shift_);
+    }
+
+private:
+    std::uint16_t factor_ = 0;
+    int shift_ = 0;
+    bool exact_ = true;
+};
+
+// Sums of integers, or of the words in them.
+template <class LaneTag>
+HWY_INLINE IntVec sum_of(LaneTag d, IntVec a, IntVec b) {
+    return hn::BitCast(IntTag(), hn::Add(hn::BitCast(d, a), hn::BitCast(d, b)));
+}
+
 // The sum of each lane and those before it.
-HWY_INLINE IntVec sums_so_far(IntVec v) {
+template <class LaneTag>
+HWY_INLINE IntVec sums_so_far(LaneTag lane, IntVec v) {
     const IntTag d;
-    v = hn::Add(v, hn::ShiftLeftLanes<1>(d, v));
-    v = hn::Add(v, hn::ShiftLeftLanes<2>(d, v));
+    v = sum_of(lane, v, hn::ShiftLeftLanes<1>(d, v));
+    v = sum_of(lane, v, hn::ShiftLeftLanes<2>(d, v));
     // Then the blocks of four lanes: each gets the last lane of the one before it, and so on.
     if constexpr (hn::MaxLanes(IntTag()) >= 8) {
         alignas(64) static constexpr std::int32_t kLast[16] = {0, 0, 0, 0, 3,  3,  3,  3,
@@ -141,15 +198,13 @@ HWY_INLINE IntVec sums_so_far(IntVec v) {
         alignas(64) static constexpr std::int32_t kOdd[16] = {0, 0, 0, 0, -1, -1, -1, -1,
                                                               0, 0, 0, 0, -1, -1, -1, -1};
         const auto last = hn::TableLookupLanes(v, hn::SetTableIndices(d, kLast));
-        v = hn::Add(v, hn::IfThenElseZero(hn::MaskFromVec(hn::Load(d, kOdd)), last));
+        v = sum_of(lane, v, hn::IfThenElseZero(hn::MaskFromVec(hn::Load(d, kOdd)), last));
     }
     if constexpr (hn::MaxLanes(IntTag()) >= 16) {
         alignas(64) static constexpr std::int32_t kUpper[16] = {0,  0,  0,  0,  0,  0,  0,  0,
                                                                 -1, -1, -1, -1, -1, -1, -1, -1};
-        alignas(64) static constexpr std::int32_t kSeventh[16] = {7, 7, 7, 7, 7, 7, 7, 7,
-                                                                  7, 7, 7, 7, 7, 7, 7, 7};
-        const auto seventh = hn::TableLookupLanes(v, hn::SetTableIndices(d, kSeventh));
-        v = hn::Add(v, hn::IfThenElseZero(hn::MaskFromVec(hn::Load(d, kUpper)), seventh));
+        const auto seventh = hn::TableLookupLanes(v, hn::IndicesFromVec(d, hn::Set(d, std::int32_t{7})));
+        v = sum_of(lane, v, hn::IfThenElseZero(hn::MaskFromVec(hn::Load(d, kUpper)), seventh));
     }
     return v;
 }

@@ -1,0 +1,207 @@
+// Means over squares, a row at a time.
+// SPDX-License-Identifier: MIT
+#if defined(PIXVANE_FILTERS_BOX_ROWS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_FILTERS_BOX_ROWS_INL_H_
+#undef PIXVANE_FILTERS_BOX_ROWS_INL_H_
+#else
+#define PIXVANE_FILTERS_BOX_ROWS_INL_H_
+#endif
+
+#include "filters/column_sums-inl.h"
+
+#if PIXVANE_VECTORS
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::HWY_NAMESPACE {
+
+using WideFloatTag = hn::Repartition<double, PixelTag>;
+using WideFloatVec = hn::Vec<WideFloatTag>;
+
+// The lanes of a vector of integers in doubles.
+struct WideLanes {
+    WideFloatVec low, high;
+};
+
+HWY_INLINE WideLanes wide_lanes(IntVec v) {
+    const hn::Rebind<std::int32_t, WideFloatTag> half;
+    const WideFloatTag d;
+    return {hn::PromoteTo(d, hn::LowerHalf(half, v)), hn::PromoteTo(d, hn::UpperHalf(half, v))};
+}
+
+// Division of any whole numbers below 2^53, by divisors below 2^33; limited to 0..255, truncated. The
+// reciprocal is a little too large, so that no quotient falls short of a whole number, and by far too little
+// for one to reach the next.
+class WideQuotient {
+public:
+    explicit WideQuotient(std::int64_t divisor) {
+        if (divisor == 0) return;
+        const double reciprocal = 1.0 / static_cast<double>(divisor);
+        factor_ = std::nextafter(reciprocal, 2 * reciprocal);
+    }
+
+    HWY_INLINE IntVec operator()(const WideLanes& dividend) const {
+        const hn::Rebind<std::int32_t, WideFloatTag> half;
+        return hn::Combine(IntTag(), hn::DemoteTo(half, limited(dividend.high)),
+                           hn::DemoteTo(half, limited(dividend.low)));
+    }
+
+private:
+    HWY_INLINE WideFloatVec limited(WideFloatVec dividend) const {
+        const WideFloatTag d;
+        const WideFloatVec quotient = hn::Mul(dividend, hn::Set(d, factor_));
+        return hn::Min(hn::Max(quotient, hn::Zero(d)), hn::Set(d, 255.0));
+    }
+
+    double factor_ = 1.0;
+};
+
+// Gains of windows summed up along a row in doubles; those of a vector still fit integers.
+class WideRunningSum {
+public:
+    explicit WideRunningSum(std::int64_t before)
+        : before_(hn::Set(WideFloatTag(), static_cast<double>(before))) {}
+
+    HWY_INLINE WideLanes next(IntVec gain) {
+        const IntVec sums = sums_so_far(IntTag(), gain);
+        const WideLanes wide = wide_lanes(sums);
+        const WideFloatVec last = wide_lanes(last_everywhere(sums)).low;
+        const WideLanes result{hn::Add(before_, wide.low), hn::Add(before_, wide.high)};
+        before_ = hn::Add(before_, last);
+        return result;
+    }
+
+private:
+    WideFloatVec before_;
+};
+
+// Plain means of few pixels, whose sums fit 16 bits: to radius 7.
+class SmallBoxRows {
+public:
+    static constexpr std::int32_t kLargestRadius = 7;
+
+    static std::size_t scratch(std::int32_t width, std::int32_t radius) {
+        return NarrowColumns::scratch(width, radius);
+    }
+
+    SmallBoxRows(ConstPixelBuffer source, const filters::BoxMean& mean, filters::ScratchCutter& cutter)
+        : source_(source),
+          columns_(source.width, mean.radius, cutter),
+          quotient_(pixels_of(mean.radius), 255 * pixels_of(mean.radius)) {}
+
+    void start(std::int32_t y) { columns_.start(source_, y); }
+
+    // Row y, of which whole vectors are written; the next one is to be row y + 1.
+    void make(std::int32_t y, Pixel* to) {
+        const ChannelTotals before = columns_.sum_before();
+        IntVec blueRed = pairs(before.blue, before.red);
+        IntVec greenAlpha = pairs(before.green, 0);
+        for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
+            const WordVec blueRedMean = next(blueRed, columns_.blue_red_gain(x));
+            const WordVec greenAlphaMean = next(greenAlpha, columns_.green_alpha_gain(x));
+            hn::StoreU(pixels_of_words(blueRedMean, greenAlphaMean), PixelTag(), to + x);
+        }
+        columns_.go_down(source_, y);
+    }
+
+private:
+    static std::int64_t pixels_of(std::int64_t radius) { return (2 * radius + 1) * (2 * radius + 1); }
+
+    static HWY_INLINE IntVec pairs(std::int64_t lower, std::int64_t upper) {
+        return hn::BitCast(IntTag(), hn::Set(PixelTag(), static_cast<std::uint32_t>(lower + (upper << 16))));
+    }
+
+    HWY_INLINE WordVec next(IntVec& before, SignedWordVec gain) const {
+        const WordTag words;
+        const IntVec sums = sum_of(words, before, sums_so_far(words, hn::BitCast(IntTag(), gain)));
+        before = last_everywhere(sums);
+        return quotient_(hn::BitCast(words, sums));
+    }
+
+    ConstPixelBuffer source_;
+    NarrowColumns columns_;
+    WordQuotient quotient_;
+};
+
+// Plain means, to NarrowColumns::kLargestRadius.
+class NarrowBoxRows {
+public:
+    static std::size_t scratch(std::int32_t width, std::int32_t radius) {
+        return NarrowColumns::scratch(width, radius);
+    }
+
+    NarrowBoxRows(ConstPixelBuffer source, const filters::BoxMean& mean, filters::ScratchCutter& cutter)
+        : source_(source),
+          columns_(source.width, mean.radius, cutter),
+          quotient_((2 * std::int64_t{mean.radius} + 1) * (2 * mean.radius + 1)) {}
+
+    void start(std::int32_t y) { columns_.start(source_, y); }
+
+    // Row y, of which whole vectors are written; the next one is to be row y + 1.
+    void make(std::int32_t y, Pixel* to) {
+        RunningSums sums(columns_.sum_before());
+        const PixelTag d;
+        for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
+            const ChannelLanes boxes = sums.next(columns_.gain(x));
+            hn::StoreU(
+                pixels_of_channels(quotient_(boxes.blue), quotient_(boxes.green), quotient_(boxes.red)), d,
+                to + x);
+        }
+        columns_.go_down(source_, y);
+    }
+
+private:
+    ConstPixelBuffer source_;
+    NarrowColumns columns_;
+    ByteQuotient quotient_;
+};
+
+// Means of any radius, with any weight of the centre.
+class WideBoxRows {
+public:
+    static std::size_t scratch(std::int32_t width, std::int32_t radius) {
+        return WideColumns::scratch(width, radius);
+    }
+
+    WideBoxRows(ConstPixelBuffer source, const filters::BoxMean& mean, filters::ScratchCutter& cutter)
+        : source_(source),
+          columns_(source.width, mean.radius, cutter),
+          quotient_((2 * std::int64_t{mean.radius} + 1) * (2 * mean.radius + 1) - 1 + mean.centreWeight),
+          extraWeight_(mean.centreWeight - 1.0) {}
+
+    void start(std::int32_t y) { columns_.start(source_, y); }
+
+    void make(std::int32_t y, Pixel* to) {
+        const ChannelTotals before = columns_.sum_before();
+        WideRunningSum blue(before.blue);
+        WideRunningSum green(before.green);
+        WideRunningSum red(before.red);
+        const PixelTag d;
+        for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
+            const ChannelLanes gain = columns_.gain(x);
+            const PixelVec centre = load_repeating(source_.row(y), source_.width, x);
+            hn::StoreU(pixels_of_channels(mean_of(blue.next(gain.blue), blue_lanes(centre)),
+                                          mean_of(green.next(gain.green), green_lanes(centre)),
+                                          mean_of(red.next(gain.red), red_lanes(centre))),
+                       d, to + x);
+        }
+        columns_.go_down(source_, y);
+    }
+
+private:
+    HWY_INLINE IntVec mean_of(const WideLanes& box, PixelVec centre) const {
+        const auto weight = hn::Set(WideFloatTag(), extraWeight_);
+        const WideLanes extra = wide_lanes(hn::BitCast(IntTag(), centre));
+        return quotient_(
+            {hn::Add(box.low, hn::Mul(extra.low, weight)), hn::Add(box.high, hn::Mul(extra.high, weight))});
+    }
+
+    ConstPixelBuffer source_;
+    WideColumns columns_;
+    WideQuotient quotient_;
+    double extraWeight_;
+};
+
+}  // namespace pixvane::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+#endif  // PIXVANE_VECTORS
+
+#endif  // include guard for each instruction set

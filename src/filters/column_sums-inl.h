@@ -1,0 +1,303 @@
+// Sums over columns of a picture that go down row by row, ready to be summed up along the row.
+// SPDX-License-Identifier: MIT
+#if defined(PIXVANE_FILTERS_COLUMN_SUMS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_FILTERS_COLUMN_SUMS_INL_H_
+#undef PIXVANE_FILTERS_COLUMN_SUMS_INL_H_
+#else
+#define PIXVANE_FILTERS_COLUMN_SUMS_INL_H_
+#endif
+
+#include "filters/area_plain.h"
+#include "filters/band_scratch.h"
+#include "filters/neighbours-inl.h"
+
+#if PIXVANE_VECTORS
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::HWY_NAMESPACE {
+
+// What the columns on the way in and on the way out differ by, for each pixel from one on.
+struct ChannelLanes {
+    IntVec blue, green, red;
+};
+
+// The sums of one window of columns, as far as a row's first box goes.
+struct ChannelTotals {
+    std::int64_t blue = 0, green = 0, red = 0;
+    void add(std::int64_t times, std::int64_t b, std::int64_t g, std::int64_t r) {
+        blue += times * b;
+        green += times * g;
+        red += times * r;
+    }
+};
+
+// Each of these keeps the sums over 2 radius + 1 rows of every column, and repeats the first and the last
+// column on either side as often as a window of 2 radius + 1 columns reaches beyond them, or as makes no
+// more difference.
+class ColumnsBase {
+public:
+    ColumnsBase(std::int32_t width, std::int32_t radius)
+        : width_(width),
+          radius_(radius),
+          ahead_(std::min(radius, width - 1)),
+          behind_(std::min(radius + 1, width)) {}
+
+protected:
+    static constexpr std::size_t kMostLanes = 16;
+
+    // Columns that an array has before its first one, which is aligned.
+    static std::size_t lead(std::int32_t width, std::int32_t radius) {
+        const auto behind = static_cast<std::size_t>(std::min(radius + 1, width));
+        return (behind + kMostLanes - 1) / kMostLanes * kMostLanes;
+    }
+    static std::size_t length(std::int32_t width, std::int32_t radius) {
+        return 2 * lead(width, radius) + static_cast<std::size_t>(width) + kMostLanes;
+    }
+    std::uint32_t* cut_from(filters::ScratchCutter& cutter) const {
+        return cutter.cut<std::uint32_t>(length(width_, radius_)) + lead(width_, radius_);
+    }
+    // add(pixels, x) for all vectors of a row.
+    template <class Add>
+    HWY_INLINE void for_vectors_of(const Pixel* row, const Add& add) const {
+        const std::int32_t lanes = lanes_of_pixels();
+        std::int32_t x = 0;
+        for (; x + lanes <= width_; x += lanes) add(hn::LoadU(PixelTag(), row + x), x);
+        if (x < width_) add(load_repeating(row, width_, x), x);
+    }
+    template <class Exchange>
+    HWY_INLINE void for_vectors_of(const Pixel* in, const Pixel* out, const Exchange& exchange) const {
+        const PixelTag d;
+        const std::int32_t lanes = lanes_of_pixels();
+        std::int32_t x = 0;
+        for (; x + lanes <= width_; x += lanes) exchange(hn::LoadU(d, in + x), hn::LoadU(d, out + x), x);
+        if (x < width_) exchange(load_repeating(in, width_, x), load_repeating(out, width_, x), x);
+    }
+    const Pixel* row_in(ConstPixelBuffer source, std::int32_t y) const {
+        return source.row(filters::inside(y + 1 + radius_, source.height));
+    }
+    const Pixel* row_out(ConstPixelBuffer source, std::int32_t y) const {
+        return source.row(filters::inside(y - radius_, source.height));
+    }
+
+    HWY_INLINE void repeat_ends(std::uint32_t* sums) const {
+        std::fill_n(sums - behind_, behind_, sums[0]);
+        std::fill_n(sums + width_, static_cast<std::size_t>(ahead_) + kMostLanes, sums[width_ - 1]);
+    }
+
+    std::int32_t width_, radius_;
+    std::int32_t ahead_, behind_;
+};
+
+// To radius 127: sums that fit 16 bits, those of blue and red in one array, green and alpha in another.
+class NarrowColumns : public ColumnsBase {
+public:
+    static constexpr std::int32_t kLargestRadius = 127;
+
+    static std::size_t scratch(std::int32_t width, std::int32_t radius) {
+        return 2 * filters::ScratchCutter::bytes<std::uint32_t>(length(width, radius));
+    }
+
+    NarrowColumns(std::int32_t width, std::int32_t radius, filters::ScratchCutter& cutter)
+        : ColumnsBase(width, radius), blueRed_(cut_from(cutter)), greenAlpha_(cut_from(cutter)) {}
+
+    // The sums around row y.
+    void start(ConstPixelBuffer source, std::int32_t y) {
+        std::fill_n(blueRed_, width_, 0U);
+        std::fill_n(greenAlpha_, width_, 0U);
+        const filters::Window rows(y, radius_, source.height);
+        for (std::int32_t i = rows.first; i <= rows.last; ++i) add(source.row(i), 1);
+        add(source.row(0), static_cast<std::uint16_t>(rows.beforeFirst));
+        add(source.row(source.height - 1), static_cast<std::uint16_t>(rows.afterLast));
+        finish();
+    }
+
+    // From around row y to around row y + 1.
+    HWY_INLINE void go_down(ConstPixelBuffer source, std::int32_t y) {
+        for_vectors_of(row_in(source, y), row_out(source, y),
+                       [this](PixelVec in, PixelVec out, std::int32_t x) HWY_ATTR { exchange(in, out, x); });
+        finish();
+    }
+
+    // What the window around x has more than the one before it, in pairs of words: modulo 2^16, so with its
+    // sign up to radius 63, where the sums themselves are below 2^15.
+    HWY_INLINE SignedWordVec blue_red_gain(std::int32_t x) const { return word_gain(blueRed_, x); }
+    HWY_INLINE SignedWordVec green_alpha_gain(std::int32_t x) const { return word_gain(greenAlpha_, x); }
+
+    // The same in integers, at any radius.
+    HWY_INLINE ChannelLanes gain(std::int32_t x) const {
+        const PixelTag d;
+        const PixelVec in = hn::LoadU(d, blueRed_ + x + ahead_);
+        const PixelVec out = hn::LoadU(d, blueRed_ + x - behind_);
+        const PixelVec mask = hn::Set(d, 0xFFFF);
+        const PixelVec blue = hn::Sub(hn::And(in, mask), hn::And(out, mask));
+        const PixelVec red = hn::Sub(hn::ShiftRight<16>(in), hn::ShiftRight<16>(out));
+        const PixelVec green = hn::Sub(hn::And(hn::LoadU(d, greenAlpha_ + x + ahead_), mask),
+                                       hn::And(hn::LoadU(d, greenAlpha_ + x - behind_), mask));
+        const IntTag ints;
+        return {hn::BitCast(ints, blue), hn::BitCast(ints, green), hn::BitCast(ints, red)};
+    }
+
+    // The sum of the window before the first one.
+    ChannelTotals sum_before() const {
+        std::uint32_t blue = 0, green = 0, red = 0;
+        const std::int32_t count = std::min(radius_, width_);
+        for (std::int32_t x = 0; x < count; ++x) {
+            blue += blueRed_[x] & 0xFFFF;
+            red += blueRed_[x] >> 16;
+            green += greenAlpha_[x] & 0xFFFF;
+        }
+        ChannelTotals totals;
+        totals.add(1, blue, green, red);
+        const auto add_column = [&](std::int64_t times, std::int32_t x) {
+            totals.add(times, blueRed_[x] & 0xFFFF, greenAlpha_[x] & 0xFFFF, blueRed_[x] >> 16);
+        };
+        add_column(radius_ + 1, 0);
+        add_column(radius_ - count, width_ - 1);
+        return totals;
+    }
+
+private:
+    HWY_INLINE SignedWordVec word_gain(const std::uint32_t* sums, std::int32_t x) const {
+        const PixelTag d;
+        const SignedWordTag words;
+        return hn::Sub(hn::BitCast(words, hn::LoadU(d, sums + x + ahead_)),
+                       hn::BitCast(words, hn::LoadU(d, sums + x - behind_)));
+    }
+
+    void add(const Pixel* row, std::uint16_t times) {
+        const WordTag d;
+        for_vectors_of(row, [=, this](PixelVec p, std::int32_t x) HWY_ATTR {
+            add_words(blueRed_ + x, hn::Mul(blue_red_words(p), hn::Set(d, times)));
+            add_words(greenAlpha_ + x, hn::Mul(green_alpha_words(p), hn::Set(d, times)));
+        });
+    }
+
+    HWY_INLINE void exchange(PixelVec in, PixelVec out, std::int32_t x) {
+        add_words(blueRed_ + x, hn::Sub(blue_red_words(in), blue_red_words(out)));
+        add_words(greenAlpha_ + x, hn::Sub(green_alpha_words(in), green_alpha_words(out)));
+    }
+
+    static HWY_INLINE void add_words(std::uint32_t* sums, WordVec more) {
+        const PixelTag d;
+        const WordVec now = hn::BitCast(WordTag(), hn::LoadU(d, sums));
+        hn::StoreU(hn::BitCast(d, hn::Add(now, more)), d, sums);
+    }
+
+    HWY_INLINE void finish() {
+        repeat_ends(blueRed_);
+        repeat_ends(greenAlpha_);
+    }
+
+    std::uint32_t* blueRed_;
+    std::uint32_t* greenAlpha_;
+};
+
+// At any radius: an array of 32-bit sums for each channel.
+class WideColumns : public ColumnsBase {
+public:
+    static std::size_t scratch(std::int32_t width, std::int32_t radius) {
+        return 3 * filters::ScratchCutter::bytes<std::uint32_t>(length(width, radius));
+    }
+
+    WideColumns(std::int32_t width, std::int32_t radius, filters::ScratchCutter& cutter)
+        : ColumnsBase(width, radius),
+          blue_(cut_from(cutter)),
+          green_(cut_from(cutter)),
+          red_(cut_from(cutter)) {}
+
+    void start(ConstPixelBuffer source, std::int32_t y) {
+        for (std::uint32_t* sums : {blue_, green_, red_}) std::fill_n(sums, width_, 0U);
+        const filters::Window rows(y, radius_, source.height);
+        for (std::int32_t i = rows.first; i <= rows.last; ++i) add(source.row(i), 1);
+        add(source.row(0), static_cast<std::uint32_t>(rows.beforeFirst));
+        add(source.row(source.height - 1), static_cast<std::uint32_t>(rows.afterLast));
+        finish();
+    }
+
+    HWY_INLINE void go_down(ConstPixelBuffer source, std::int32_t y) {
+        for_vectors_of(row_in(source, y), row_out(source, y),
+                       [this](PixelVec in, PixelVec out, std::int32_t x) HWY_ATTR { exchange(in, out, x); });
+        finish();
+    }
+
+    HWY_INLINE ChannelLanes gain(std::int32_t x) const {
+        return {channel_gain(blue_, x), channel_gain(green_, x), channel_gain(red_, x)};
+    }
+
+    ChannelTotals sum_before() const {
+        const std::int32_t count = std::min(radius_, width_);
+        std::uint64_t blue = 0, green = 0, red = 0;
+        for (std::int32_t x = 0; x < count; ++x) blue += blue_[x];
+        for (std::int32_t x = 0; x < count; ++x) green += green_[x];
+        for (std::int32_t x = 0; x < count; ++x) red += red_[x];
+        ChannelTotals totals;
+        totals.add(1, static_cast<std::int64_t>(blue), static_cast<std::int64_t>(green),
+                   static_cast<std::int64_t>(red));
+        totals.add(radius_ + 1, blue_[0], green_[0], red_[0]);
+        totals.add(radius_ - count, blue_[width_ - 1], green_[width_ - 1], red_[width_ - 1]);
+        return totals;
+    }
+
+private:
+    HWY_INLINE IntVec channel_gain(const std::uint32_t* sums, std::int32_t x) const {
+        const PixelTag d;
+        return hn::BitCast(IntTag(),
+                           hn::Sub(hn::LoadU(d, sums + x + ahead_), hn::LoadU(d, sums + x - behind_)));
+    }
+
+    void add(const Pixel* row, std::uint32_t times) {
+        for (std::int32_t x = 0; x < width_; ++x) {
+            blue_[x] += times * blue_of(row[x]);
+            green_[x] += times * green_of(row[x]);
+            red_[x] += times * red_of(row[x]);
+        }
+    }
+
+    HWY_INLINE void exchange(PixelVec in, PixelVec out, std::int32_t x) {
+        add_lanes(blue_ + x, hn::Sub(blue_lanes(in), blue_lanes(out)));
+        add_lanes(green_ + x, hn::Sub(green_lanes(in), green_lanes(out)));
+        add_lanes(red_ + x, hn::Sub(red_lanes(in), red_lanes(out)));
+    }
+
+    static HWY_INLINE void add_lanes(std::uint32_t* sums, PixelVec more) {
+        const PixelTag d;
+        hn::StoreU(hn::Add(hn::LoadU(d, sums), more), d, sums);
+    }
+
+    HWY_INLINE void finish() {
+        for (std::uint32_t* sums : {blue_, green_, red_}) repeat_ends(sums);
+    }
+
+    std::uint32_t* blue_;
+    std::uint32_t* green_;
+    std::uint32_t* red_;
+};
+
+// Gains of windows summed up along a row, a vector at a time.
+class RunningSums {
+public:
+    explicit RunningSums(const ChannelTotals& before)
+        : blue_(start(before.blue)), green_(start(before.green)), red_(start(before.red)) {}
+
+    HWY_INLINE ChannelLanes next(const ChannelLanes& gain) {
+        return {go_on(blue_, gain.blue), go_on(green_, gain.green), go_on(red_, gain.red)};
+    }
+
+private:
+    // Modulo 2^32, which is enough for sums that fit.
+    static HWY_INLINE IntVec start(std::int64_t before) {
+        return hn::BitCast(IntTag(), hn::Set(PixelTag(), static_cast<std::uint32_t>(before)));
+    }
+    static HWY_INLINE IntVec go_on(IntVec& before, IntVec gain) {
+        const IntVec sums = hn::Add(before, sums_so_far(IntTag(), gain));
+        before = last_everywhere(sums);
+        return sums;
+    }
+
+    IntVec blue_, green_, red_;
+};
+
+}  // namespace pixvane::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+#endif  // PIXVANE_VECTORS
+
+#endif  // include guard for each instruction set
