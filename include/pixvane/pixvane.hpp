@@ -463,8 +463,8 @@ public:
         call("RotateFlip", member, to_value(nType));
     }
     /// Scales by a factor for each side; below 0.5 by the mean of what a pixel covers.
-    /// ScaleX: double, 1.5259021896696422e-05 to 65536, slider 0.05 to 4, default 0.5.
-    /// ScaleY: double, 1.5259021896696422e-05 to 65536, slider 0.05 to 4, default 0.5.
+    /// ScaleX: double, 1e-05 to 65535, slider 0.05 to 4, default 0.5.
+    /// ScaleY: double, 1e-05 to 65535, slider 0.05 to 4, default 0.5.
     void ScaleImage(double ScaleX, double ScaleY) {
         static const std::int32_t member = pixvane_find_member("ScaleImage");
         call("ScaleImage", member, to_value(ScaleX), to_value(ScaleY));

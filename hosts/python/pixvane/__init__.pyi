@@ -521,8 +521,8 @@ class Pixvane:
     def ScaleImage(self, ScaleX: float, ScaleY: float, /) -> None:
         """Scales by a factor for each side; below 0.5 by the mean of what a pixel covers.
 
-            ScaleX  double, 1.5259021896696422e-05 to 65536, slider 0.05 to 4, default 0.5
-            ScaleY  double, 1.5259021896696422e-05 to 65536, slider 0.05 to 4, default 0.5
+            ScaleX  double, 1e-05 to 65535, slider 0.05 to 4, default 0.5
+            ScaleY  double, 1e-05 to 65535, slider 0.05 to 4, default 0.5
 
         One step of the history: Undo takes it back.
         """
