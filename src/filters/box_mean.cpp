@@ -95,14 +95,16 @@ void box_mean(ConstPixelBuffer source, PixelBuffer target, const BoxMean& mean, 
         make_means<SmallBoxRows>(source, target, mean, first, last, scratch);
     } else if (mean.centreWeight == 1 && mean.radius <= NarrowColumns::kLargestRadius) {
         make_means<NarrowBoxRows>(source, target, mean, first, last, scratch);
+    } else if (mean.centreWeight == 1) {
+        make_means<WideBoxRows<false>>(source, target, mean, first, last, scratch);
     } else {
-        make_means<WideBoxRows>(source, target, mean, first, last, scratch);
+        make_means<WideBoxRows<true>>(source, target, mean, first, last, scratch);
     }
 }
 
 std::size_t box_mean_fast_scratch(std::int32_t width, std::int32_t radius) {
     return ScratchCutter::bytes<Pixel>(mean_row_pixels(width)) +
-           std::max(NarrowBoxRows::scratch(width, radius), WideBoxRows::scratch(width, radius));
+           std::max(NarrowBoxRows::scratch(width, radius), WideBoxRows<true>::scratch(width, radius));
 }
 #else
 using plain::box_mean;

@@ -27,9 +27,8 @@ HWY_INLINE WideLanes wide_lanes(IntVec v) {
     return {hn::PromoteTo(d, hn::LowerHalf(half, v)), hn::PromoteTo(d, hn::UpperHalf(half, v))};
 }
 
-// Division of any whole numbers below 2^53, by divisors below 2^33; limited to 0..255, truncated. The
-// reciprocal is a little too large, so that no quotient falls short of a whole number, and by far too little
-// for one to reach the next.
+// Division of whole numbers below 2^53 by divisors below 2^33, truncated. The reciprocal is a little too
+// large, so that no quotient falls short of a whole number, and by far too little for one to reach the next.
 class WideQuotient {
 public:
     explicit WideQuotient(std::int64_t divisor) {
@@ -38,17 +37,25 @@ public:
         factor_ = std::nextafter(reciprocal, 2 * reciprocal);
     }
 
+    // Of what gives no more than 255 and is not negative.
     HWY_INLINE IntVec operator()(const WideLanes& dividend) const {
-        const hn::Rebind<std::int32_t, WideFloatTag> half;
-        return hn::Combine(IntTag(), hn::DemoteTo(half, limited(dividend.high)),
-                           hn::DemoteTo(half, limited(dividend.low)));
+        const auto factor = hn::Set(WideFloatTag(), factor_);
+        return truncated(hn::Mul(dividend.low, factor), hn::Mul(dividend.high, factor));
+    }
+
+    // Of anything; limited to 0..255.
+    HWY_INLINE IntVec limited(const WideLanes& dividend) const {
+        const WideFloatTag d;
+        const auto factor = hn::Set(d, factor_);
+        const auto limit = [&](WideFloatVec v)
+                               HWY_ATTR { return hn::Min(hn::Max(v, hn::Zero(d)), hn::Set(d, 255.0)); };
+        return truncated(limit(hn::Mul(dividend.low, factor)), limit(hn::Mul(dividend.high, factor)));
     }
 
 private:
-    HWY_INLINE WideFloatVec limited(WideFloatVec dividend) const {
-        const WideFloatTag d;
-        const WideFloatVec quotient = hn::Mul(dividend, hn::Set(d, factor_));
-        return hn::Min(hn::Max(quotient, hn::Zero(d)), hn::Set(d, 255.0));
+    static HWY_INLINE IntVec truncated(WideFloatVec low, WideFloatVec high) {
+        const hn::Rebind<std::int32_t, WideFloatTag> half;
+        return hn::Combine(IntTag(), hn::DemoteTo(half, high), hn::DemoteTo(half, low));
     }
 
     double factor_ = 1.0;
@@ -154,7 +161,8 @@ private:
     ByteQuotient quotient_;
 };
 
-// Means of any radius, with any weight of the centre.
+// Means of any radius; kWeighted: with any weight of the centre.
+template <bool kWeighted>
 class WideBoxRows {
 public:
     static std::size_t scratch(std::int32_t width, std::int32_t radius) {
@@ -177,21 +185,29 @@ public:
         const PixelTag d;
         for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
             const ChannelLanes gain = columns_.gain(x);
-            const PixelVec centre = load_repeating(source_.row(y), source_.width, x);
-            hn::StoreU(pixels_of_channels(mean_of(blue.next(gain.blue), blue_lanes(centre)),
-                                          mean_of(green.next(gain.green), green_lanes(centre)),
-                                          mean_of(red.next(gain.red), red_lanes(centre))),
-                       d, to + x);
+            WideLanes boxes[3] = {blue.next(gain.blue), green.next(gain.green), red.next(gain.red)};
+            if constexpr (kWeighted) {
+                const PixelVec centre = load_repeating(source_.row(y), source_.width, x);
+                add_weighted(boxes[0], blue_lanes(centre));
+                add_weighted(boxes[1], green_lanes(centre));
+                add_weighted(boxes[2], red_lanes(centre));
+            }
+            hn::StoreU(pixels_of_channels(mean_of(boxes[0]), mean_of(boxes[1]), mean_of(boxes[2])), d,
+                       to + x);
         }
         columns_.go_down(source_, y);
     }
 
 private:
-    HWY_INLINE IntVec mean_of(const WideLanes& box, PixelVec centre) const {
+    HWY_INLINE void add_weighted(WideLanes& box, PixelVec centre) const {
         const auto weight = hn::Set(WideFloatTag(), extraWeight_);
         const WideLanes extra = wide_lanes(hn::BitCast(IntTag(), centre));
-        return quotient_(
-            {hn::Add(box.low, hn::Mul(extra.low, weight)), hn::Add(box.high, hn::Mul(extra.high, weight))});
+        box.low = hn::Add(box.low, hn::Mul(extra.low, weight));
+        box.high = hn::Add(box.high, hn::Mul(extra.high, weight));
+    }
+    HWY_INLINE IntVec mean_of(const WideLanes& box) const {
+        if constexpr (kWeighted) return quotient_.limited(box);
+        return quotient_(box);
     }
 
     ConstPixelBuffer source_;

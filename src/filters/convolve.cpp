@@ -55,9 +55,13 @@ struct Tap {
 };
 
 // Neighbours whose weights are equal but for the sign; they are added up before they are multiplied.
+struct TapCounts {
+    std::size_t added, taken;
+    bool operator==(const TapCounts&) const = default;
+};
 struct TapGroup {
     std::int64_t weight;  // above 0
-    std::size_t endAdded, endTaken;
+    TapCounts counts;
 };
 
 // The neighbours that count, and what their weights add up to. A divisor is never negative: all signs are
@@ -79,16 +83,17 @@ struct Taps {
             if (weight == 0) break;
             TapGroup& group = groups[groupCount++];
             group.weight = previous = weight;
-            group.endAdded = add_all(kernel.side, weights, weight);
-            group.endTaken = add_all(kernel.side, weights, -weight);
+            group.counts.added = add_all(kernel.side, weights, weight);
+            group.counts.taken = add_all(kernel.side, weights, -weight);
         }
     }
 
     std::size_t add_all(std::int32_t side, const std::int64_t (&weights)[25], std::int64_t weight) {
+        const std::size_t before = count;
         for (std::int32_t i = 0; i < side * side; ++i) {
             if (weights[i] == weight) list[count++] = {i / side - reach, i % side - reach, nullptr};
         }
-        return count;
+        return count - before;
     }
 
     void go_to_row(ConstPixelBuffer source, std::int32_t y) {
@@ -130,18 +135,42 @@ struct WordSums {
             greenAlpha[i] = hn::Sub(greenAlpha[i], green_alpha_words(p));
         }
     }
-    // Starting from 0, the neighbours of a group from `tap` on.
+    // Starting from 0, the neighbours of a group.
     template <class Load>
-    HWY_INLINE void gather(const Taps& taps, std::size_t& tap, const TapGroup& group, std::int32_t x,
-                           const Load& load) {
+    HWY_INLINE void gather(const Tap* taps, const TapCounts& counts, std::int32_t x, const Load& load) {
         set(0);
-        for (; tap < group.endAdded; ++tap) add(taps.list[tap], x, load);
-        for (; tap < group.endTaken; ++tap) take(taps.list[tap], x, load);
+        for (std::size_t i = 0; i < counts.added; ++i) add(taps[i], x, load);
+        for (std::size_t i = 0; i < counts.taken; ++i) take(taps[counts.added + i], x, load);
     }
 };
 
+// How many neighbours there are in each group: any number, or one that the compiler knows.
+struct AnyShape {
+    static HWY_INLINE std::size_t groups(const Taps& taps) { return taps.groupCount; }
+    static HWY_INLINE TapCounts counts(const Taps& taps, std::size_t group) {
+        return taps.groups[group].counts;
+    }
+};
+
+template <std::size_t kAdded0, std::size_t kTaken0, std::size_t kAdded1, std::size_t kTaken1>
+struct TwoGroups {
+    static bool fits(const Taps& taps) {
+        return taps.groupCount == 2 && taps.groups[0].counts == counts(taps, 0) &&
+               taps.groups[1].counts == counts(taps, 1);
+    }
+    static HWY_INLINE std::size_t groups(const Taps&) { return 2; }
+    static HWY_INLINE TapCounts counts(const Taps&, std::size_t group) {
+        return group == 0 ? TapCounts{kAdded0, kTaken0} : TapCounts{kAdded1, kTaken1};
+    }
+};
+using StarShape = TwoGroups<0, 4, 1, 0>;      // four neighbours against the centre
+using SquareShape = TwoGroups<0, 8, 1, 0>;    // eight
+using GradientShape = TwoGroups<2, 2, 1, 1>;  // one side against the other
+using ReliefShape = TwoGroups<2, 2, 2, 1>;
+
 // Sums that fit 16 bits, as they do for most kernels. They start at what they may lose, so that they are
 // never negative.
+template <class Shape>
 class InWords {
 public:
     explicit InWords(const Taps& taps)
@@ -155,10 +184,12 @@ public:
     HWY_INLINE void make(std::int32_t x, const Load& load, PixelVec (&made)[N]) const {
         WordSums<N> total;
         total.set(start_);
-        std::size_t tap = 0;
-        for (std::size_t g = 0; g < taps_.groupCount; ++g) {
+        const Tap* tap = taps_.list;
+        for (std::size_t g = 0; g < Shape::groups(taps_); ++g) {
+            const TapCounts counts = Shape::counts(taps_, g);
             WordSums<N> sum;
-            sum.gather(taps_, tap, taps_.groups[g], x, load);
+            sum.gather(tap, counts, x, load);
+            tap += counts.added + counts.taken;
             const WordVec weight = hn::Set(WordTag(), static_cast<std::uint16_t>(taps_.groups[g].weight));
             for (std::size_t i = 0; i < N; ++i) {
                 total.blueRed[i] = hn::Add(total.blueRed[i], hn::Mul(sum.blueRed[i], weight));
@@ -189,6 +220,7 @@ private:
 };
 
 // Sums that fit 32 bits, of weights that fit 16.
+template <class Shape>
 class InIntegers {
 public:
     explicit InIntegers(const Taps& taps)
@@ -209,10 +241,12 @@ public:
         const SignedWordTag words;
         IntVec blue[N], green[N], red[N];
         for (std::size_t i = 0; i < N; ++i) blue[i] = green[i] = red[i] = hn::Zero(d);
-        std::size_t tap = 0;
-        for (std::size_t g = 0; g < taps_.groupCount; ++g) {
+        const Tap* tap = taps_.list;
+        for (std::size_t g = 0; g < Shape::groups(taps_); ++g) {
+            const TapCounts counts = Shape::counts(taps_, g);
             WordSums<N> sum;
-            sum.gather(taps_, tap, taps_.groups[g], x, load);
+            sum.gather(tap, counts, x, load);
+            tap += counts.added + counts.taken;
             // For the lower word of a pair alone, and for the upper.
             const IntVec weight = hn::Set(d, static_cast<std::int32_t>(taps_.groups[g].weight));
             const SignedWordVec lower = hn::BitCast(words, weight);
@@ -253,12 +287,15 @@ HWY_INLINE void make_rows(ConstPixelBuffer source, PixelBuffer target, Taps& tap
 void convolve(ConstPixelBuffer source, PixelBuffer target, const Kernel& kernel, std::int32_t first,
               std::int32_t last) {
     Taps taps(kernel);
-    const InWords inWords(taps);
-    const InIntegers inIntegers(taps);
-    if (inWords.serves()) {
-        make_rows(source, target, taps, inWords, first, last);
-    } else if (inIntegers.serves()) {
-        make_rows(source, target, taps, inIntegers, first, last);
+    const auto make = [&](const auto& how) HWY_ATTR { make_rows(source, target, taps, how, first, last); };
+    if (InWords<AnyShape>(taps).serves()) {
+        if (StarShape::fits(taps)) return make(InWords<StarShape>(taps));
+        if (SquareShape::fits(taps)) return make(InWords<SquareShape>(taps));
+        if (GradientShape::fits(taps)) return make(InWords<GradientShape>(taps));
+        make(InWords<AnyShape>(taps));
+    } else if (InIntegers<AnyShape>(taps).serves()) {
+        if (ReliefShape::fits(taps)) return make(InIntegers<ReliefShape>(taps));
+        make(InIntegers<AnyShape>(taps));
     } else {
         plain::convolve(source, target, kernel, first, last);
     }

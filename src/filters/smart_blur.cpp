@@ -58,7 +58,7 @@ HWY_INLINE void blur_where_even(ConstPixelBuffer source, PixelBuffer target, std
     const IntVec levels = hn::Set(IntTag(), level);
     for (std::int32_t y = first; y < last; ++y) {
         rows.make(y, row);
-        const LowHighRow ranges = windows.next();
+        const LowHighWindows ranges = windows.next();
         const Pixel* from = source.row(y);
         for (std::int32_t x = 0; x < source.width; x += lanes_of_pixels()) {
             const bool whole = x + lanes_of_pixels() <= source.width;
@@ -78,14 +78,14 @@ void smart_blur(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius
     } else if (radius <= NarrowColumns::kLargestRadius) {
         blur_where_even<NarrowBoxRows>(source, target, radius, level, first, last, scratch);
     } else {
-        blur_where_even<WideBoxRows>(source, target, radius, level, first, last, scratch);
+        blur_where_even<WideBoxRows<false>>(source, target, radius, level, first, last, scratch);
     }
 }
 
 std::size_t smart_blur_fast_scratch(std::int32_t width, std::int32_t rows, std::int32_t radius) {
     return ScratchCutter::bytes<Pixel>(static_cast<std::size_t>(width) + 16) +
            WindowRanges::scratch(width, rows, radius) +
-           std::max(NarrowBoxRows::scratch(width, radius), WideBoxRows::scratch(width, radius));
+           std::max(NarrowBoxRows::scratch(width, radius), WideBoxRows<false>::scratch(width, radius));
 }
 #else
 using plain::smart_blur;

@@ -57,6 +57,13 @@ struct LowHighRow {
     }
 };
 
+// What was put together from two windows that begin `step` apart.
+struct LowHighWindows {
+    LowHighRow row;
+    std::int32_t step;
+    HWY_INLINE LowHigh at(std::int32_t x) const { return joined(row.at(x), row.at(x + step)); }
+};
+
 // Columns: the rows are taken in blocks as long as the window. A window is the end of one block, known from
 // going up through the block once, and the start of the next, known from going down with the windows. Along a
 // row windows are put together from two of the largest power of two in them, and those by doubling.
@@ -89,7 +96,7 @@ public:
     }
 
     // The windows around the next row, from x = 0 on, in whole vectors.
-    LowHighRow next() {
+    LowHighWindows next() {
         const std::int32_t block = 2 * radiusY_ + 1;
         if (place_ == 0) go_up(block);
         const Pixel* row = place_ == 0 ? nullptr : source_row(top_ + block + place_ - 1);
@@ -109,8 +116,8 @@ public:
             top_ += block;
             rows_ -= block;
         }
-        widen_line();
-        return {line_.low - radiusX_, line_.high - radiusX_};
+        const std::int32_t step = widen_line();
+        return {{line_.low - radiusX_, line_.high - radiusX_}, step};
     }
 
 private:
@@ -158,8 +165,9 @@ private:
         }
     }
 
-    // From single columns to windows that begin where they did.
-    void widen_line() const {
+    // From single columns to windows that begin where they did, as large as a power of two can be. Returns
+    // how much is missing.
+    std::int32_t widen_line() const {
         const std::int32_t width = source_.width;
         for (Pixel* row : {line_.low, line_.high}) {
             std::fill_n(row - radiusX_, radiusX_, row[0]);
@@ -167,15 +175,13 @@ private:
         }
         const std::int32_t window = 2 * radiusX_ + 1;
         std::int32_t size = 1;
-        for (; 2 * size <= window; size *= 2) widen_by(size, 2 * size);
-        if (size < window) widen_by(window - size, window);
-    }
-
-    // Ascending, so that what lies ahead has not been widened yet.
-    HWY_INLINE void widen_by(std::int32_t step, std::int32_t size) const {
-        const std::int32_t end = source_.width + radiusX_ - size + 1;
-        for (std::int32_t x = -radiusX_; x < end; x += lanes_of_pixels())
-            line_.put(x, joined(line_.at(x), line_.at(x + step)));
+        for (; 2 * size <= window; size *= 2) {
+            // Ascending, so that what lies ahead has not been widened yet.
+            const std::int32_t end = width + radiusX_ - 2 * size + 1;
+            for (std::int32_t x = -radiusX_; x < end; x += lanes_of_pixels())
+                line_.put(x, joined(line_.at(x), line_.at(x + size)));
+        }
+        return window - size;
     }
 
     ConstPixelBuffer source_;
