@@ -33,9 +33,10 @@ void plain::median(ConstPixelBuffer source, PixelBuffer target, std::int32_t rad
 
 void median(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius, std::int32_t first,
             std::int32_t last) {
-    if (kernel_path() == KernelPath::Fast && radius >= 1 && radius <= kLargestNetwork) {
+    const bool fast = kernel_path() == KernelPath::Fast && radius > 0;
+    if (fast && radius <= kLargestNetwork) {
         median_by_networks(source, target, radius, first, last);
-    } else {
+    } else if (!fast || !median_by_histograms(source, target, radius, first, last)) {
         plain::median(source, target, radius, first, last);
     }
 }

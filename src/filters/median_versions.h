@@ -13,5 +13,8 @@ constexpr std::int32_t kLargestNetwork = 5;
 /// median() for radius 1..kLargestNetwork.
 void median_by_networks(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius, std::int32_t first,
                         std::int32_t last);
+/// median(); false if there is no memory for it, or no vector unit.
+bool median_by_histograms(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius,
+                          std::int32_t first, std::int32_t last);
 
 }  // namespace pixvane::filters

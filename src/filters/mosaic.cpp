@@ -1,11 +1,20 @@
 // Square tiles of one colour.
 // SPDX-License-Identifier: MIT
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "filters/mosaic.cpp"
+#include <hwy/foreach_target.h>  // this file once for each instruction set
+
 #include <algorithm>
+#include <cstring>
 
 #include "core/compose.h"
 #include "core/kernel_path.h"
+#include "core/pixel_rows.h"
+#include "core/pixel_runs-inl.h"
+#include "core/streaming.h"
 #include "filters/effects_plain.h"
 
+#if HWY_ONCE
 namespace pixvane::filters {
 namespace {
 
@@ -62,9 +71,170 @@ void plain::mosaic(ConstPixelBuffer source, PixelBuffer target, TileColor color,
     }
 }
 
+}  // namespace pixvane::filters
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::filters::HWY_NAMESPACE {
+#if PIXVANE_VECTORS
+using namespace pixvane::HWY_NAMESPACE;
+
+// Columns are worked on so many at a time; what isn't a whole tile larger than that is left to the plain
+// version.
+constexpr std::int32_t kColumns = 4096;
+// Sums of so many bytes fit 16 bits.
+constexpr std::int32_t kMostRows = 257;
+
+using SumTag = hn::Repartition<std::uint16_t, PixelTag>;
+
+// Sums of `side` rows of four bytes each, of kVectors vectors of columns.
+template <int kVectors>
+HWY_INLINE void sum_vectors(ConstPixelBuffer source, std::int32_t x, std::int32_t y, std::int32_t side,
+                            std::uint16_t (*sums)[4]) {
+    const PixelTag d;
+    const SumTag wide;
+    const hn::Repartition<std::uint8_t, PixelTag> bytes;
+    const auto zero = hn::Zero(bytes);
+    const std::size_t lanes = hn::Lanes(d);
+    hn::Vec<SumTag> low[kVectors];
+    hn::Vec<SumTag> high[kVectors];
+    for (int i = 0; i < kVectors; ++i) low[i] = high[i] = hn::Zero(wide);
+    for (std::int32_t v = y; v < y + side; ++v) {
+        const Pixel* row = source.row(std::min(v, source.height - 1)) + x;
+        for (std::size_t i = 0; i < kVectors; ++i) {
+            const auto pixels = hn::BitCast(bytes, hn::LoadU(d, row + i * lanes));
+            low[i] = hn::Add(low[i], hn::BitCast(wide, hn::InterleaveLower(bytes, pixels, zero)));
+            high[i] = hn::Add(high[i], hn::BitCast(wide, hn::InterleaveUpper(bytes, pixels, zero)));
+        }
+    }
+    for (std::size_t i = 0; i < kVectors; ++i) {
+        HWY_ALIGN std::uint16_t parts[2][hn::MaxLanes(SumTag())];
+        hn::Store(low[i], wide, parts[0]);
+        hn::Store(high[i], wide, parts[1]);
+        // Of each block of four pixels two are in the lower part, two in the upper one.
+        for (std::size_t pair = 0; pair < lanes / 2; ++pair)
+            std::memcpy(sums[i * lanes + 2 * pair], parts[pair % 2] + pair / 2 * 8, 16);
+    }
+}
+
+void sum_columns(ConstPixelBuffer source, std::int32_t x, std::int32_t count, std::int32_t y,
+                 std::int32_t side, std::uint16_t (*sums)[4]) {
+    constexpr int kMany = 6;
+    const auto lanes = static_cast<std::int32_t>(hn::Lanes(PixelTag()));
+    std::int32_t i = 0;
+    for (; i + kMany * lanes <= count; i += kMany * lanes)
+        sum_vectors<kMany>(source, x + i, y, side, sums + i);
+    for (; i + lanes <= count; i += lanes) sum_vectors<1>(source, x + i, y, side, sums + i);
+    for (; i < count; ++i) {
+        std::fill_n(sums[i], 4, std::uint16_t{0});
+        for (std::int32_t v = y; v < y + side; ++v) {
+            const Pixel p = source.row(std::min(v, source.height - 1))[x + i];
+            sums[i][0] = static_cast<std::uint16_t>(sums[i][0] + blue_of(p));
+            sums[i][1] = static_cast<std::uint16_t>(sums[i][1] + green_of(p));
+            sums[i][2] = static_cast<std::uint16_t>(sums[i][2] + red_of(p));
+        }
+    }
+}
+
+// The means of tiles that start at column x, of which the last may reach beyond `count` columns.
+void mean_tiles(ConstPixelBuffer source, std::int32_t half, std::int32_t x, std::int32_t count,
+                std::int32_t y, std::int32_t tiles, Pixel* colors) {
+    const std::int32_t side = 2 * half + 1;
+    std::uint16_t sums[kColumns][4];
+    sum_columns(source, x, count, y, side, sums);
+    const auto weights = static_cast<std::uint32_t>(side) * static_cast<std::uint32_t>(side) + 1;
+    const double part = 1.0 / weights;
+    for (std::int32_t tile = 0; tile < tiles; ++tile) {
+        const Pixel middle = source.row(y + half)[x + tile * side + half];
+        std::uint32_t total[3] = {blue_of(middle), green_of(middle), red_of(middle)};
+        // Two sums of 32 bits in each.
+        std::uint64_t even = 0;
+        std::uint64_t odd = 0;
+        const std::int32_t begin = tile * side;
+        const std::int32_t end = std::min(begin + side, count);
+        for (std::int32_t i = begin; i < end; ++i) {
+            std::uint64_t column;
+            std::memcpy(&column, sums[i], sizeof column);
+            even += column & 0x0000FFFF0000FFFF;
+            odd += column >> 16 & 0x0000FFFF0000FFFF;
+        }
+        total[0] += static_cast<std::uint32_t>(even);
+        total[1] += static_cast<std::uint32_t>(odd);
+        total[2] += static_cast<std::uint32_t>(even >> 32);
+        const auto beyond = static_cast<std::uint32_t>(begin + side - end);
+        for (int channel = 0; channel < 3; ++channel) total[channel] += beyond * sums[end - 1][channel];
+        // Half of one more keeps a whole quotient from falling below itself.
+        const auto mean = [=](std::uint32_t sum) { return static_cast<std::uint32_t>((sum + 0.5) * part); };
+        colors[tile] = make_pixel(0xFF, mean(total[2]), mean(total[1]), mean(total[0]));
+    }
+}
+
+// One row of tiles of `count` columns from x on, drawn into rows top..bottom.
+void draw_tiles(ConstPixelBuffer source, PixelBuffer target, std::int32_t side, std::int32_t x,
+                std::int32_t count, std::int32_t tiles, const Pixel* colors, std::int32_t top,
+                std::int32_t bottom, bool streaming) {
+    Pixel line[kColumns];
+    Pixel alpha = kOpaque;
+    for (std::int32_t tile = 0; tile < tiles; ++tile) {
+        const std::int32_t end = std::min(count, (tile + 1) * side);
+        for (std::int32_t i = tile * side; i < end; ++i) line[i] = colors[tile];
+        alpha &= colors[tile];
+    }
+    const auto drawn = static_cast<std::size_t>(std::min(count, tiles * side));
+    const auto whole = static_cast<std::size_t>(count);
+    for (std::int32_t y = top; y < bottom; ++y) {
+        Pixel* to = target.row(y) + x;
+        const Pixel* from = source.row(y) + x;
+        if (alpha == kOpaque) {
+            copy_run(line, to, drawn, streaming);
+        } else {
+            copy_run(from, to, drawn, false);
+            blend_row(to, line, drawn);
+        }
+        if (drawn < whole) copy_run(from + drawn, to + drawn, whole - drawn, streaming);
+    }
+}
+
 void mosaic(ConstPixelBuffer source, PixelBuffer target, TileColor color, std::int32_t half,
             std::int32_t first, std::int32_t last) {
-    plain::mosaic(source, target, color, half, first, last);
+    if (half > kMostRows / 2) return plain::mosaic(source, target, color, half, first, last);
+    const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
+    const std::int32_t side = 2 * half + 1;
+    const std::int32_t columns = kColumns / side * side;
+    for (std::int32_t y = first - first % side; y < last; y += side) {
+        const std::int32_t top = std::max(y, first);
+        const std::int32_t bottom = std::min(y + side, last);
+        for (std::int32_t x = 0; x < source.width; x += columns) {
+            const std::int32_t count = std::min(columns, source.width - x);
+            // Those whose middles are inside.
+            const std::int32_t tiles = y + half < source.height ? (count + half) / side : 0;
+            Pixel colors[kColumns / 3 + 1];
+            if (color == TileColor::Mean && tiles > 0) {
+                mean_tiles(source, half, x, count, y, tiles, colors);
+            } else {
+                for (std::int32_t tile = 0; tile < tiles; ++tile)
+                    colors[tile] = source.row(y + half)[x + tile * side + half];
+            }
+            draw_tiles(source, target, side, x, count, tiles, colors, top, bottom, streaming);
+        }
+    }
+    if (streaming) hwy::FlushStream();
+}
+#else
+using plain::mosaic;
+#endif
+}  // namespace pixvane::filters::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace pixvane::filters {
+
+HWY_EXPORT(mosaic);
+
+void mosaic(ConstPixelBuffer source, PixelBuffer target, TileColor color, std::int32_t half,
+            std::int32_t first, std::int32_t last) {
+    pick_kernel(plain::mosaic, HWY_DYNAMIC_DISPATCH(mosaic))(source, target, color, half, first, last);
 }
 
 }  // namespace pixvane::filters
+#endif

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -48,9 +49,10 @@ std::vector<Effect> other_effects() {
     }
     for (const std::int32_t half : {1, 2, 5, 8, 30, 200}) {
         for (const auto color : {filters::TileColor::Centre, filters::TileColor::Mean}) {
-            add("mosaic " + std::to_string(half), [=](auto s, auto t, auto first, auto last) {
-                filters::mosaic(s, t, color, half, first, last);
-            });
+            add((color == filters::TileColor::Mean ? "means " : "mosaic ") + std::to_string(half),
+                [=](auto s, auto t, auto first, auto last) {
+                    filters::mosaic(s, t, color, half, first, last);
+                });
         }
     }
     for (const filters::Focus focus : {filters::Focus{10, 20, 30, 15},
@@ -59,14 +61,15 @@ std::vector<Effect> other_effects() {
                                        {300, 5000, -200, -200},
                                        {5, 0x7FFFFFFF, 3, 3},
                                        {0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF, -0x7FFFFFFF}}) {
-        add("focal bw",
+        const std::string number = std::to_string(list.size());
+        add("focal bw " + number,
             [=](auto s, auto t, auto first, auto last) { filters::focal_bw(s, t, focus, first, last); });
-        add("soft focus", [=](auto s, auto t, auto first, auto last) {
+        add("soft focus " + number, [=](auto s, auto t, auto first, auto last) {
             filters::soft_focus(s, t, {}, focus, first, last);
         });
     }
     for (const std::int32_t transition : {0, -3}) {
-        add("grey", [=](auto s, auto t, auto first, auto last) {
+        add("grey " + std::to_string(transition), [=](auto s, auto t, auto first, auto last) {
             filters::focal_bw(s, t, {-1, transition, 5, 5}, first, last);
         });
     }
@@ -87,9 +90,15 @@ Picture result_of(const Effect& effect, const Picture& source, std::int32_t band
     return {source.width, source.height, {target.data, target.data + target.count()}};
 }
 
-Picture plain_result_of(const Effect& effect, const Picture& source) {
-    const PlainScope plain;
-    return result_of(effect, source, source.height, 0);
+/// The plain version is the same for every instruction set, so it runs once for each of a test's pictures.
+const Picture& plain_result_of(const Effect& effect, const Picture& source, const std::string& picture) {
+    static std::map<std::string, Picture> known;
+    const auto [entry, isNew] = known.try_emplace(effect.name + " of " + picture);
+    if (isNew) {
+        const PlainScope plain;
+        entry->second = result_of(effect, source, source.height, 0);
+    }
+    return entry->second;
 }
 
 /// Smooth, with a little noise and some even areas: what the windows of photographs are like.
@@ -118,7 +127,7 @@ TEST_P(EffectsOfEveryInstructionSet, equal_the_plain_version) {
         for (const auto& [width, height] : odd_sizes()) {
             const Picture source = ++seed % 3 == 0 ? random_opaque_picture(width, height, seed)
                                                    : random_picture(width, height, seed);
-            const Picture expected = plain_result_of(effect, source);
+            const Picture& expected = plain_result_of(effect, source, std::to_string(seed));
             SCOPED_TRACE(effect.name);
             ASSERT_TRUE(same_pixels(expected, result_of(effect, source, height, seed % 5)));
             ASSERT_TRUE(same_pixels(expected, result_of(effect, source, 13, 1)));
@@ -129,25 +138,25 @@ TEST_P(EffectsOfEveryInstructionSet, equal_the_plain_version) {
 TEST_P(EffectsOfEveryInstructionSet, equal_the_plain_version_in_large_windows) {
     const TargetScope scope(GetParam());
     for (const Effect& effect : rank_effects({63, 127, 128, 300, 16384})) {
-        for (const Picture& source : {random_picture(149, 131, 3), smooth_picture(301, 67)}) {
+        for (const Picture& source : {random_picture(79, 71, 3), smooth_picture(301, 37)}) {
             SCOPED_TRACE(effect.name);
-            const Picture expected = plain_result_of(effect, source);
+            const Picture& expected = plain_result_of(effect, source, std::to_string(source.width));
             ASSERT_TRUE(same_pixels(expected, result_of(effect, source, source.height, 3)));
-            ASSERT_TRUE(same_pixels(expected, result_of(effect, source, 50, 0)));
+            ASSERT_TRUE(same_pixels(expected, result_of(effect, source, 30, 0)));
         }
     }
 }
 
 TEST_P(EffectsOfEveryInstructionSet, equal_the_plain_version_when_streaming) {
     const TargetScope scope(GetParam());
-    std::vector<Effect> effects = rank_effects({1, 2, 5, 6, 20});
+    std::vector<Effect> effects = rank_effects({1, 2, 6});
     for (Effect& effect : other_effects()) effects.push_back(effect);
     for (const auto& [width, height] : {std::pair{1024, 544}, std::pair{787, 703}}) {
         const Picture source = smooth_picture(width, height);
         ASSERT_GE(source.view().bytes(), kStreamingBytes);
         for (const Effect& effect : effects) {
             SCOPED_TRACE(effect.name);
-            const Picture expected = plain_result_of(effect, source);
+            const Picture& expected = plain_result_of(effect, source, std::to_string(source.width));
             // The system gives blocks of this size out aligned, but for its own 16 bytes before them.
             ASSERT_TRUE(same_pixels(expected, result_of(effect, source, height, 12)));
             ASSERT_TRUE(same_pixels(expected, result_of(effect, source, height, 1)));
