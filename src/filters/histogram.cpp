@@ -59,7 +59,9 @@ namespace pixvane::filters::HWY_NAMESPACE {
 // in different histograms, which are added up at the end.
 template <std::size_t kParts>
 struct SplitHistogram {
-    std::uint32_t bins[kParts][256] = {};
+    // Padded, so that equal bins of two parts are not a page apart: a processor takes those for the same at
+    // first.
+    std::uint32_t bins[kParts][256 + 16] = {};
 
     Histogram total() const {
         Histogram sum{};
