@@ -23,131 +23,13 @@
 
 #include "core/pixel_runs-inl.h"
 #include "filters/scale.h"
-#include "filters/scale_products-inl.h"
+#include "filters/scale_columns-inl.h"
+#include "filters/scale_floats-inl.h"
 
 #if PIXVANE_VECTORS
 HWY_BEFORE_NAMESPACE();
 namespace pixvane::filters::HWY_NAMESPACE {
 using namespace pixvane::HWY_NAMESPACE;
-
-constexpr std::int32_t kColumns = static_cast<std::int32_t>(hn::MaxLanes(PixelTag()));
-
-// Where the lanes of a vector come from if its pixels are seen as rows of kAcross and written as columns.
-template <std::int32_t kAcross>
-struct ExchangedLanes {
-    alignas(64) std::int32_t lanes[kColumns];
-    constexpr ExchangedLanes() : lanes() {
-        for (std::int32_t i = 0; i < kColumns; ++i)
-            lanes[i] = i % kAcross * (kColumns / kAcross) + i / kAcross;
-    }
-};
-
-template <std::int32_t kAcross>
-HWY_INLINE PixelVec exchanged(PixelVec pixels) {
-    if constexpr (kColumns == 4) return pixels;
-    static constexpr ExchangedLanes<kAcross> kOrder;
-    return hn::TableLookupLanes(pixels, hn::SetTableIndices(PixelTag(), kOrder.lanes));
-}
-
-// The pixels of a vector in such an order that interleaving its bytes twice gives whole vectors of
-// neighbours.
-HWY_INLINE PixelVec parted(PixelVec pixels) { return exchanged<4>(pixels); }
-// Undoes it.
-HWY_INLINE PixelVec joined(PixelVec pixels) { return exchanged<kColumns / 4>(pixels); }
-
-// Four vectors of sums: blue, green, red, alpha of each pixel.
-struct Sums {
-    IntVec v0, v1, v2, v3;
-};
-
-HWY_INLINE Sums load_sums(const std::int32_t* from) {
-    const IntTag d;
-    return {hn::LoadU(d, from), hn::LoadU(d, from + kColumns), hn::LoadU(d, from + 2 * kColumns),
-            hn::LoadU(d, from + 3 * kColumns)};
-}
-
-HWY_INLINE void store_sums(const Sums& sums, std::int32_t* to) {
-    const IntTag d;
-    hn::StoreU(sums.v0, d, to);
-    hn::StoreU(sums.v1, d, to + kColumns);
-    hn::StoreU(sums.v2, d, to + 2 * kColumns);
-    hn::StoreU(sums.v3, d, to + 3 * kColumns);
-}
-
-#if HWY_TARGET == HWY_AVX3_DL
-// Channels of the pixels in vector `part` of the sums: of one row in the lower halves, of the other in the
-// upper.
-struct PairOrder {
-    alignas(64) std::uint8_t bytes[64];
-    constexpr explicit PairOrder(std::uint8_t part) : bytes() {
-        for (std::uint8_t i = 0; i < 16; ++i) {
-            bytes[4 * i] = static_cast<std::uint8_t>(16 * part + i);
-            bytes[4 * i + 2] = static_cast<std::uint8_t>(64 + 16 * part + i);
-        }
-    }
-};
-
-template <std::uint8_t kPart>
-HWY_INLINE ShortVec channel_pairs(PixelVec upper, PixelVec lower) {
-    static constexpr PairOrder kOrder(kPart);
-    constexpr __mmask64 kUsed = 0x5555555555555555;
-    const __m512i order = _mm512_load_si512(kOrder.bytes);
-    return ShortVec{_mm512_maskz_permutex2var_epi8(kUsed, upper.raw, order, lower.raw)};
-}
-
-HWY_INLINE void add_opaque(Sums& sums, PixelVec upper, PixelVec lower, ShortVec weights) {
-    sums.v0 = add_products(sums.v0, channel_pairs<0>(upper, lower), weights);
-    sums.v1 = add_products(sums.v1, channel_pairs<1>(upper, lower), weights);
-    sums.v2 = add_products(sums.v2, channel_pairs<2>(upper, lower), weights);
-    sums.v3 = add_products(sums.v3, channel_pairs<3>(upper, lower), weights);
-}
-#else
-// Adds two rows of opaque pixels; `weights` has the one of the upper row below that of the lower one.
-HWY_INLINE void add_opaque(Sums& sums, PixelVec upper, PixelVec lower, ShortVec weights) {
-    const ByteTag d8;
-    const ShortTag d16;
-    const auto zero = hn::Zero(d8);
-    const auto p = hn::BitCast(d8, parted(upper));
-    const auto q = hn::BitCast(d8, parted(lower));
-    const auto first = hn::InterleaveLower(d8, p, q);
-    const auto second = hn::InterleaveUpper(d8, p, q);
-    const auto add = [&](IntVec sum, ByteVec pairs) {
-        return add_products(sum, hn::BitCast(d16, pairs), weights);
-    };
-    sums.v0 = add(sums.v0, hn::InterleaveLower(d8, first, zero));
-    sums.v1 = add(sums.v1, hn::InterleaveUpper(d8, first, zero));
-    sums.v2 = add(sums.v2, hn::InterleaveLower(d8, second, zero));
-    sums.v3 = add(sums.v3, hn::InterleaveUpper(d8, second, zero));
-}
-#endif
-
-// Adds a row of pixels: colours times alpha, and alpha.
-HWY_INLINE void add_weighted(Sums& sums, PixelVec pixels, IntVec weight) {
-    alignas(16) static constexpr std::uint8_t kAlphas[16] = {6,  0x80, 6,  0x80, 6,  0x80, 0x80, 0x80,
-                                                             14, 0x80, 14, 0x80, 14, 0x80, 0x80, 0x80};
-    const IntTag d;
-    const ByteTag d8;
-    const ShortTag d16;
-    const auto zero = hn::Zero(d8);
-    const auto zero16 = hn::Zero(d16);
-    const auto alphas = hn::LoadDup128(d8, kAlphas);
-    const auto one =
-        hn::BitCast(d16, hn::Set(hn::Repartition<std::uint64_t, IntTag>(), std::uint64_t{1} << 48));
-    const auto times_alpha = [&](ByteVec channels) {
-        const auto factors = hn::Or(hn::BitCast(d16, hn::TableLookupBytesOr0(channels, alphas)), one);
-        return hn::Mul(hn::BitCast(d16, channels), factors);
-    };
-    const auto add = [&](IntVec sum, ShortVec values) {
-        return hn::Add(sum, hn::Mul(hn::BitCast(d, values), weight));
-    };
-    const auto p = hn::BitCast(d8, pixels);
-    const auto first = times_alpha(hn::InterleaveLower(d8, p, zero));
-    const auto second = times_alpha(hn::InterleaveUpper(d8, p, zero));
-    sums.v0 = add(sums.v0, hn::InterleaveLower(d16, first, zero16));
-    sums.v1 = add(sums.v1, hn::InterleaveUpper(d16, first, zero16));
-    sums.v2 = add(sums.v2, hn::InterleaveLower(d16, second, zero16));
-    sums.v3 = add(sums.v3, hn::InterleaveUpper(d16, second, zero16));
-}
 
 // Four sums of one pixel, as doubles.
 using SumTag = hn::CappedTag<double, 4>;
@@ -212,170 +94,119 @@ HWY_INLINE PixelSum divided(const PixelSum& sum, double total) {
     return result;
 }
 
-// Four sums of one pixel in each block of 16 bytes, as floats.
-using FloatTag = hn::RebindToFloat<IntTag>;
-using FloatVec = hn::Vec<FloatTag>;
-constexpr std::int32_t kGroup = kColumns / 4;
-
-// Repeats each of the first numbers of a vector throughout a block.
-HWY_INLINE FloatVec block_weights(const float* weights) {
-    struct Order {
-        alignas(64) std::int32_t lanes[kColumns];
-        constexpr Order() : lanes() {
-            for (std::int32_t i = 0; i < kColumns; ++i) lanes[i] = i / 4;
-        }
-    };
-    static constexpr Order kOrder;
-    const FloatTag d;
-    return hn::TableLookupLanes(hn::LoadU(d, weights), hn::SetTableIndices(d, kOrder.lanes));
-}
-
-// The sums of the blocks of kGroup vectors, in the blocks of one.
-HWY_INLINE FloatVec block_sums(const FloatVec (&v)[kGroup]) {
-    const FloatTag d;
-    if constexpr (kGroup == 1) {
-        return v[0];
-    } else {
-        const auto halves = [&](FloatVec a, FloatVec b) {
-            return hn::Add(hn::ConcatLowerLower(d, b, a), hn::ConcatUpperUpper(d, b, a));
-        };
-        if constexpr (kGroup == 2) {
-            return halves(v[0], v[1]);
-        } else {
-            const FloatVec even = halves(v[0], v[2]);
-            const FloatVec odd = halves(v[1], v[3]);
-            return hn::Add(hn::OddEvenBlocks(hn::SwapAdjacentBlocks(odd), even),
-                           hn::OddEvenBlocks(odd, hn::SwapAdjacentBlocks(even)));
-        }
-    }
-}
-
-// The low bytes of all lanes, with a pixel in each block of each vector, as pixels.
-HWY_INLINE PixelVec low_bytes(const PixelVec (&v)[4]) {
-    const PixelTag d;
-    const auto low = hn::Set(d, 0xFF);
-    const auto mixed = hn::Or(hn::Or(hn::And(v[0], low), hn::ShiftLeft<8>(hn::And(v[1], low))),
-                              hn::Or(hn::ShiftLeft<16>(hn::And(v[2], low)), hn::ShiftLeft<24>(v[3])));
-    return joined(bytes_turned(mixed));
-}
-
-// The weights of the pixels of a row as floats, divided by the total of all weights: for each pixel as many
-// whole blocks as the one with the most neighbours needs.
-class FloatWeights {
-public:
-    // Beyond, errors would add up and most pixels be done twice.
-    static constexpr std::int32_t kMostTaps = 16;
-
-    // `steps`: all sums divided by `total` are multiples of 1 / steps.
-    FloatWeights(const ScaleAxis& axis, double total, double steps) {
-        std::int32_t most = 0;
-        for (std::int32_t x = 0; x < axis.count(); ++x) most = std::max(most, axis.taps(x).count);
-        if (most > kMostTaps) return;
-        stride_ = (most + kGroup - 1) / kGroup * kGroup;
-        const std::size_t count = static_cast<std::size_t>(axis.count()) * static_cast<std::size_t>(stride_);
-        starts_ = hwy::AllocateAligned<std::int32_t>(static_cast<std::size_t>(axis.count()));
-        if (starts_ == nullptr) return;
-        weights_ = hwy::AllocateAligned<float>(count + kColumns);
-        if (weights_ == nullptr) return;
-        std::fill_n(weights_.get(), count + kColumns, 0.0f);
-        for (std::int32_t x = 0; x < axis.count(); ++x) {
-            const Taps& taps = axis.taps(x);
-            starts_[static_cast<std::size_t>(x)] = 4 * (taps.first - axis.begin());
-            float* to = weights_.get() + std::ptrdiff_t{stride_} * x;
-            for (std::int32_t i = 0; i < taps.count; ++i) {
-                const std::int32_t weight = i == 0                ? taps.firstWeight
-                                            : i == taps.count - 1 ? taps.lastWeight
-                                                                  : axis.inner_weight();
-                to[i] = static_cast<float>(weight / total);
-            }
-        }
-        // Each weight, product and addition is off by 2^-24 of at most 256, and so is what tests the result.
-        const double error = (stride_ + 8) / 65536.0;
-        sure_ = static_cast<float>(0.5 - error);
-        // Middles belong to the upper result. A quarter of the least distance from them takes results away
-        // from there, so that all are sure where that distance is more than the errors; it is where weights
-        // are simple, and middles frequent.
-        bias_ = static_cast<float>(std::min(2 * error, 0.25 / steps));
-    }
-    bool is_valid() const { return weights_ != nullptr; }
-    std::int32_t stride() const { return stride_; }
-    // stride() of them for each pixel.
-    const float* weights() const { return weights_.get(); }
-    // The distance from a whole number up to which a result may be rounded to it.
-    float sure() const { return sure_; }
-    // To be added to each sum.
-    float bias() const { return bias_; }
-    // Where the sums that make pixel x begin.
-    std::int32_t start(std::int32_t x) const { return starts_[static_cast<std::size_t>(x)]; }
-
-private:
-    hwy::AlignedFreeUniquePtr<std::int32_t[]> starts_;
-    hwy::AlignedFreeUniquePtr<float[]> weights_;
-    std::int32_t stride_ = 0;
-    float sure_ = 0;
-    float bias_ = 0;
-};
-
 // Makes rows of the target, one at a time. Invalid if there was no memory, or if the source is narrower than
 // a vector.
 class SumScaler {
 public:
-    SumScaler(ConstPixelBuffer source, const Scaling& scaling)
-        : source_(source),
-          scaling_(scaling),
-          begin_(scaling.x().begin()),
-          columns_(scaling.x().end() - begin_) {
-        if (columns_ < kColumns) return;
-        blocks_ = (columns_ + kColumns - 1) / kColumns;
+    SumScaler(ConstPixelBuffer source, const Scaling& scaling) : source_(source), scaling_(scaling) {
+        const std::int32_t columns = scaling.x().end() - scaling.x().begin();
+        const std::int32_t count = scaling.x().count();
+        // Sums of a strip stay in the nearest cache. No strip is narrower than a vector, neither in the
+        // source.
+        strips_ = std::max(1, std::min({columns / kStrip, count / kColumns, columns / kColumns}));
+        if (columns < kColumns) return;
         // Sums of more than a pixel are read at once, up to as many behind the last.
-        const std::size_t size = static_cast<std::size_t>(blocks_ * kColumns) * 4;
-        constexpr std::size_t kBehind = 4 * (FloatWeights::kMostTaps + kGroup);
-        sums_ = hwy::AllocateAligned<std::int32_t>(size + kBehind);
-        if (sums_ != nullptr) std::fill_n(sums_.get() + size, kBehind, 0);
+        std::int32_t most = 0;
+        for (std::int32_t i = 0; i < strips_; ++i) {
+            enter(i);
+            most = std::max(most, blocks_ * kColumns + FloatWeights::kMostTaps + kGroup);
+        }
+        const std::size_t size = static_cast<std::size_t>(most) * 4;
+        sums_ = hwy::AllocateAligned<std::int32_t>(size);
+        if (sums_ != nullptr) std::fill_n(sums_.get(), size, 0);
     }
     bool is_valid() const { return sums_ != nullptr; }
 
-    // Returns false, and has done nothing, if not all of the pixels that row y is made of are opaque.
+    // Returns false if not all of the pixels that row y is made of are opaque; then it is left half done.
     bool make_opaque_row(std::int32_t y, Pixel* to) {
         const PixelTag d;
-        PixelVec common = hn::Set(d, ~0u);
-        for_chunks(y, [&](const Pixel* rows, std::int32_t count, const std::int32_t* weights, bool isFirst) {
-            add_opaque_rows(rows, count, weights, isFirst, common);
-        });
-        if (!hn::AllTrue(d, hn::Eq(hn::ShiftRight<24>(common), hn::Set(d, 0xFF)))) return false;
         if (!floats_)
             floats_.emplace(scaling_.x(), total(), double{scaling_.x().steps()} * scaling_.y().steps());
-        if (floats_->is_valid()) {
-            if (floats_->stride() == kGroup) {
-                divide_in_floats<true>(y, to);
+        Ahead ahead(source_, scaling_.y(), y, scaling_.x().count() / kColumns);
+        for (std::int32_t i = 0; i < strips_; ++i) {
+            enter(i);
+            PixelVec common = hn::Set(d, ~0u);
+            for_chunks(y, [&](const Pixel* rows, std::int32_t count, const std::int32_t* weights,
+                              bool isFirst) { add_opaque_rows(rows, count, weights, isFirst, common); });
+            if (!hn::AllTrue(d, hn::Eq(hn::ShiftRight<24>(common), hn::Set(d, 0xFF)))) return false;
+            if (!floats_->is_valid() || last_ - first_ < kColumns) {
+                divide_in_doubles(first_, last_, to);
+            } else if (floats_->stride() == kGroup) {
+                divide_in_floats<true>(to, ahead);
             } else {
-                divide_in_floats<false>(y, to);
+                divide_in_floats<false>(to, ahead);
             }
-        } else {
-            divide_in_doubles(0, scaling_.x().count(), to);
         }
         return true;
     }
 
     void make_row(std::int32_t y, Pixel* to) {
-        for_chunks(y, [&](const Pixel* rows, std::int32_t count, const std::int32_t* weights, bool isFirst) {
-            add_weighted_rows(rows, count, weights, isFirst);
-        });
         const SumVec start = hn::Set(SumTag(), kOffset * scaling_.x().total_weight());
-        for_pixels(0, scaling_.x().count(), start, [&](PixelSum& sum, std::int32_t x) {
-            store_pixel(divided(sum, total()), to + x);
-            if (alpha_of(to[x]) == 0) to[x] = 0;
-        });
+        for (std::int32_t i = 0; i < strips_; ++i) {
+            enter(i);
+            for_chunks(y, [&](const Pixel* rows, std::int32_t count, const std::int32_t* weights,
+                              bool isFirst) { add_weighted_rows(rows, count, weights, isFirst); });
+            for_pixels(first_, last_, start, [&](PixelSum& sum, std::int32_t x) {
+                store_pixel(divided(sum, total()), to + x);
+                if (alpha_of(to[x]) == 0) to[x] = 0;
+            });
+        }
     }
 
 private:
+    // Columns of the source whose sums are made before pixels are made of them.
+    static constexpr std::int32_t kStrip = 512;
     // Rows that are added at once: more would be too many places in memory at the same time.
     static constexpr std::int32_t kChunk = 8;
     // Sums with alpha take 32 bits; less this they fit signed numbers, which convert faster.
     static constexpr double kOffset = 2147483648.0;
 
+    // Brings the source rows that the next row of the target needs, and this one did not, near meanwhile.
+    class Ahead {
+    public:
+        Ahead(ConstPixelBuffer source, const ScaleAxis& axis, std::int32_t y, std::int32_t steps) {
+            if (y + 1 >= axis.count() || steps < 1) return;
+            const std::int32_t first = axis.taps(y).first + axis.taps(y).count;
+            const std::int32_t last = axis.taps(y + 1).first + axis.taps(y + 1).count;
+            if (first >= last) return;
+            place_ = reinterpret_cast<const char*>(source.row(first));
+            end_ = reinterpret_cast<const char*>(source.row(last - 1) + source.width);
+            step_ = (end_ - place_) / steps + 1;
+        }
+        HWY_INLINE void fetch() {
+            constexpr std::ptrdiff_t kLine = 64;
+            for (std::ptrdiff_t left = std::min(step_, end_ - place_); left > 0; left -= kLine) {
+                hwy::Prefetch(place_);
+                place_ += std::min(kLine, left);
+            }
+        }
+
+    private:
+        const char* place_ = nullptr;
+        const char* end_ = nullptr;
+        std::ptrdiff_t step_ = 0;
+    };
+
     double total() const {
         return static_cast<double>(scaling_.x().total_weight()) * scaling_.y().total_weight();
+    }
+
+    void enter(std::int32_t strip) {
+        const auto edge = [&](std::int64_t i) {
+            return static_cast<std::int32_t>(i * scaling_.x().count() / strips_);
+        };
+        first_ = edge(strip);
+        last_ = edge(strip + 1);
+        const Taps& end = scaling_.x().taps(last_ - 1);
+        begin_ = scaling_.x().taps(first_).first;
+        columns_ = end.first + end.count - begin_;
+        // Of pixels that lie close together a strip may use less than a vector; it takes what is before,
+        // then.
+        if (columns_ < kColumns) {
+            begin_ = std::max(scaling_.x().begin(), end.first + end.count - kColumns);
+            columns_ = kColumns;
+        }
+        blocks_ = (columns_ + kColumns - 1) / kColumns;
     }
 
     template <class Work>
@@ -464,9 +295,10 @@ private:
     template <bool kSingle>
     HWY_INLINE FloatVec float_sums(std::int32_t x) const {
         const FloatTag d;
+        const std::int32_t offset = 4 * (begin_ - scaling_.x().begin());
         FloatVec sums[kGroup];
         for (std::int32_t k = 0; k < kGroup; ++k) {
-            const std::int32_t* columns = sums_.get() + floats_->start(x + k);
+            const std::int32_t* columns = sums_.get() + (floats_->start(x + k) - offset);
             const float* weights =
                 floats_->weights() + std::ptrdiff_t{kSingle ? kGroup : floats_->stride()} * (x + k);
             const auto product = [&](std::int32_t i) {
@@ -484,22 +316,16 @@ private:
 
     // A vector of pixels at a time.
     template <bool kSingle>
-    HWY_INLINE void divide_in_floats(std::int32_t y, Pixel* to) {
+    HWY_INLINE void divide_in_floats(Pixel* to, Ahead& ahead) {
         const FloatTag d;
         const PixelTag d32;
         // Brings whole numbers to the end of a float, rounded.
         const auto shift = hn::Set(d, 8388608.0f);
         const auto bias = hn::Set(d, floats_->bias());
         const auto sure = hn::Set(d, floats_->sure());
-        const std::int32_t count = scaling_.x().count();
-        Ahead ahead(source_, scaling_.y(), y, (count + kColumns - 1) / kColumns);
-        if (count < kColumns) {
-            divide_in_doubles(0, count, to);
-            return;
-        }
-        for (std::int32_t i = 0; i < count; i += kColumns) {
+        for (std::int32_t i = first_; i < last_; i += kColumns) {
             // The last vector overlaps the one before it.
-            const std::int32_t x = std::min(i, count - kColumns);
+            const std::int32_t x = std::min(i, last_ - kColumns);
             ahead.fetch();
             auto distance = hn::Zero(d);
             PixelVec quarters[4];
@@ -525,36 +351,14 @@ private:
         });
     }
 
-    // Brings the source rows that the next row of the target needs, and this one did not, near meanwhile.
-    class Ahead {
-    public:
-        Ahead(ConstPixelBuffer source, const ScaleAxis& axis, std::int32_t y, std::int32_t steps) {
-            if (y + 1 >= axis.count() || steps < 1) return;
-            const std::int32_t first = axis.taps(y).first + axis.taps(y).count;
-            const std::int32_t last = axis.taps(y + 1).first + axis.taps(y + 1).count;
-            if (first >= last) return;
-            place_ = reinterpret_cast<const char*>(source.row(first));
-            end_ = reinterpret_cast<const char*>(source.row(last - 1) + source.width);
-            step_ = (end_ - place_) / steps + 1;
-        }
-        HWY_INLINE void fetch() {
-            constexpr std::ptrdiff_t kLine = 64;
-            for (std::ptrdiff_t left = std::min(step_, end_ - place_); left > 0; left -= kLine) {
-                hwy::Prefetch(place_);
-                place_ += std::min(kLine, left);
-            }
-        }
-
-    private:
-        const char* place_ = nullptr;
-        const char* end_ = nullptr;
-        std::ptrdiff_t step_ = 0;
-    };
-
     ConstPixelBuffer source_;
     const Scaling& scaling_;
-    std::int32_t begin_;
-    std::int32_t columns_;
+    std::int32_t strips_ = 1;
+    // Of the strip that is being made: its pixels, and the columns that they are made of.
+    std::int32_t first_ = 0;
+    std::int32_t last_ = 0;
+    std::int32_t begin_ = 0;
+    std::int32_t columns_ = 0;
     std::int32_t blocks_ = 0;
     hwy::AlignedFreeUniquePtr<std::int32_t[]> sums_;
     std::optional<FloatWeights> floats_;  // made for the first opaque row

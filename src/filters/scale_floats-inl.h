@@ -1,0 +1,131 @@
+// Sums along rows, tried in floats; included once for each instruction set.
+// SPDX-License-Identifier: MIT
+#if defined(PIXVANE_FILTERS_SCALE_FLOATS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_FILTERS_SCALE_FLOATS_INL_H_
+#undef PIXVANE_FILTERS_SCALE_FLOATS_INL_H_
+#else
+#define PIXVANE_FILTERS_SCALE_FLOATS_INL_H_
+#endif
+
+#include <hwy/aligned_allocator.h>
+
+#include <algorithm>
+#include <cstdint>
+
+#include "filters/scale_axis.h"
+#include "filters/scale_columns-inl.h"
+
+#if PIXVANE_VECTORS
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::filters::HWY_NAMESPACE {
+using namespace pixvane::HWY_NAMESPACE;
+
+// Four sums of one pixel in each block of 16 bytes, as floats.
+using FloatTag = hn::RebindToFloat<IntTag>;
+using FloatVec = hn::Vec<FloatTag>;
+constexpr std::int32_t kGroup = kColumns / 4;
+
+// Repeats each of the first numbers of a vector throughout a block.
+HWY_INLINE FloatVec block_weights(const float* weights) {
+    struct Order {
+        alignas(64) std::int32_t lanes[kColumns];
+        constexpr Order() : lanes() {
+            for (std::int32_t i = 0; i < kColumns; ++i) lanes[i] = i / 4;
+        }
+    };
+    static constexpr Order kOrder;
+    const FloatTag d;
+    return hn::TableLookupLanes(hn::LoadU(d, weights), hn::SetTableIndices(d, kOrder.lanes));
+}
+
+// The sums of the blocks of kGroup vectors, in the blocks of one.
+HWY_INLINE FloatVec block_sums(const FloatVec (&v)[kGroup]) {
+    const FloatTag d;
+    if constexpr (kGroup == 1) {
+        return v[0];
+    } else {
+        const auto halves = [&](FloatVec a, FloatVec b) {
+            return hn::Add(hn::ConcatLowerLower(d, b, a), hn::ConcatUpperUpper(d, b, a));
+        };
+        if constexpr (kGroup == 2) {
+            return halves(v[0], v[1]);
+        } else {
+            const FloatVec even = halves(v[0], v[2]);
+            const FloatVec odd = halves(v[1], v[3]);
+            return hn::Add(hn::OddEvenBlocks(hn::SwapAdjacentBlocks(odd), even),
+                           hn::OddEvenBlocks(odd, hn::SwapAdjacentBlocks(even)));
+        }
+    }
+}
+
+// The low bytes of all lanes, with a pixel in each block of each vector, as pixels.
+HWY_INLINE PixelVec low_bytes(const PixelVec (&v)[4]) {
+    const PixelTag d;
+    const auto low = hn::Set(d, 0xFF);
+    const auto mixed = hn::Or(hn::Or(hn::And(v[0], low), hn::ShiftLeft<8>(hn::And(v[1], low))),
+                              hn::Or(hn::ShiftLeft<16>(hn::And(v[2], low)), hn::ShiftLeft<24>(v[3])));
+    return joined(bytes_turned(mixed));
+}
+
+// The weights of the pixels of a row as floats, divided by the total of all weights: for each pixel as many
+// whole blocks as the one with the most neighbours needs.
+class FloatWeights {
+public:
+    // Beyond, errors would add up and most pixels be done twice.
+    static constexpr std::int32_t kMostTaps = 16;
+
+    // `steps`: all sums divided by `total` are multiples of 1 / steps.
+    FloatWeights(const ScaleAxis& axis, double total, double steps) {
+        std::int32_t most = 0;
+        for (std::int32_t x = 0; x < axis.count(); ++x) most = std::max(most, axis.taps(x).count);
+        if (most > kMostTaps) return;
+        stride_ = (most + kGroup - 1) / kGroup * kGroup;
+        const std::size_t count = static_cast<std::size_t>(axis.count()) * static_cast<std::size_t>(stride_);
+        starts_ = hwy::AllocateAligned<std::int32_t>(static_cast<std::size_t>(axis.count()));
+        if (starts_ == nullptr) return;
+        weights_ = hwy::AllocateAligned<float>(count + kColumns);
+        if (weights_ == nullptr) return;
+        std::fill_n(weights_.get(), count + kColumns, 0.0f);
+        for (std::int32_t x = 0; x < axis.count(); ++x) {
+            const Taps& taps = axis.taps(x);
+            starts_[static_cast<std::size_t>(x)] = 4 * (taps.first - axis.begin());
+            float* to = weights_.get() + std::ptrdiff_t{stride_} * x;
+            for (std::int32_t i = 0; i < taps.count; ++i) {
+                const std::int32_t weight = i == 0                ? taps.firstWeight
+                                            : i == taps.count - 1 ? taps.lastWeight
+                                                                  : axis.inner_weight();
+                to[i] = static_cast<float>(weight / total);
+            }
+        }
+        // Each weight, product and addition is off by 2^-24 of at most 256, and so is what tests the result.
+        const double error = (stride_ + 8) / 65536.0;
+        sure_ = static_cast<float>(0.5 - error);
+        // Middles belong to the upper result. A quarter of the least distance from them takes results away
+        // from there, so that all are sure where that distance is more than the errors; it is where weights
+        // are simple, and middles frequent.
+        bias_ = static_cast<float>(std::min(2 * error, 0.25 / steps));
+    }
+    bool is_valid() const { return weights_ != nullptr; }
+    std::int32_t stride() const { return stride_; }
+    // stride() of them for each pixel.
+    const float* weights() const { return weights_.get(); }
+    // The distance from a whole number up to which a result may be rounded to it.
+    float sure() const { return sure_; }
+    // To be added to each sum.
+    float bias() const { return bias_; }
+    // Where the sums that make pixel x begin.
+    std::int32_t start(std::int32_t x) const { return starts_[static_cast<std::size_t>(x)]; }
+
+private:
+    hwy::AlignedFreeUniquePtr<std::int32_t[]> starts_;
+    hwy::AlignedFreeUniquePtr<float[]> weights_;
+    std::int32_t stride_ = 0;
+    float sure_ = 0;
+    float bias_ = 0;
+};
+
+}  // namespace pixvane::filters::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+#endif  // PIXVANE_VECTORS
+
+#endif  // include guard for each instruction set
