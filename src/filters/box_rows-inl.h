@@ -101,12 +101,14 @@ public:
         const ChannelTotals before = columns_.sum_before();
         IntVec blueRed = pairs(before.blue, before.red);
         IntVec greenAlpha = pairs(before.green, 0);
+        auto descent = columns_.descent(source_, y);
         for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
             const WordVec blueRedMean = next(blueRed, columns_.blue_red_gain(x));
             const WordVec greenAlphaMean = next(greenAlpha, columns_.green_alpha_gain(x));
             hn::StoreU(pixels_of_words(blueRedMean, greenAlphaMean), PixelTag(), to + x);
+            columns_.follow(descent, x + lanes_of_pixels());
         }
-        columns_.go_down(source_, y);
+        columns_.finish(descent);
     }
 
 private:
@@ -146,13 +148,15 @@ public:
     void make(std::int32_t y, Pixel* to) {
         RunningSums sums(columns_.sum_before());
         const PixelTag d;
+        auto descent = columns_.descent(source_, y);
         for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
             const ChannelLanes boxes = sums.next(columns_.gain(x));
             hn::StoreU(
                 pixels_of_channels(quotient_(boxes.blue), quotient_(boxes.green), quotient_(boxes.red)), d,
                 to + x);
+            columns_.follow(descent, x + lanes_of_pixels());
         }
-        columns_.go_down(source_, y);
+        columns_.finish(descent);
     }
 
 private:

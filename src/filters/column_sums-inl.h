@@ -117,6 +117,31 @@ public:
         finish();
     }
 
+    // The same while a row is being made: what no window wants any more goes down at once, when it is still
+    // in the nearest cache.
+    struct Descent {
+        const Pixel* in;
+        const Pixel* out;
+        std::int32_t x = 0;  // the first column that has not gone down
+    };
+    Descent descent(ConstPixelBuffer source, std::int32_t y) const {
+        return {row_in(source, y), row_out(source, y)};
+    }
+    // Windows before x have been made.
+    HWY_INLINE void follow(Descent& descent, std::int32_t x) {
+        const PixelTag d;
+        const std::int32_t lanes = lanes_of_pixels();
+        for (; descent.x + lanes <= std::min(x - behind_, width_); descent.x += lanes)
+            exchange(hn::LoadU(d, descent.in + descent.x), hn::LoadU(d, descent.out + descent.x), descent.x);
+    }
+    HWY_INLINE void finish(Descent& descent) {
+        follow(descent, width_ + behind_);
+        const std::int32_t x = descent.x;
+        if (x < width_)
+            exchange(load_repeating(descent.in, width_, x), load_repeating(descent.out, width_, x), x);
+        finish();
+    }
+
     // What the window around x has more than the one before it, in pairs of words: modulo 2^16, so with its
     // sign up to radius 63, where the sums themselves are below 2^15.
     HWY_INLINE SignedWordVec blue_red_gain(std::int32_t x) const { return word_gain(blueRed_, x); }

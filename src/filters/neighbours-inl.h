@@ -185,6 +185,27 @@ HWY_INLINE IntVec sum_of(LaneTag d, IntVec a, IntVec b) {
     return hn::BitCast(IntTag(), hn::Add(hn::BitCast(d, a), hn::BitCast(d, b)));
 }
 
+// The same only in the lanes that kLanes has a bit for; the others stay `a`.
+template <std::uint32_t kLanes, class LaneTag>
+HWY_INLINE IntVec sum_in(LaneTag lane, IntVec a, IntVec b) {
+#if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL
+    if constexpr (sizeof(hn::TFromD<LaneTag>) == 4) {
+        return IntVec{_mm512_mask_add_epi32(a.raw, kLanes, a.raw, b.raw)};
+    } else {
+        // A lane has two words, and lanes come in fours here.
+        constexpr std::uint32_t kWords =
+            (kLanes & 0x10) * 0xFF0u | (kLanes & 0x100) * 0xFF00u | (kLanes & 0x1000) * 0xFF000u;
+        return IntVec{_mm512_mask_add_epi16(a.raw, kWords, a.raw, b.raw)};
+    }
+#else
+    const IntTag d;
+    alignas(64) static constexpr std::int32_t kBits[16] = {1,   2,   4,    8,    16,   32,   64,    128,
+                                                           256, 512, 1024, 2048, 4096, 8192, 16384, 32768};
+    const IntVec bits = hn::And(hn::Load(d, kBits), hn::Set(d, static_cast<std::int32_t>(kLanes)));
+    return sum_of(lane, a, hn::IfThenZeroElse(hn::Eq(bits, hn::Zero(d)), b));
+#endif
+}
+
 // The sum of each lane and those before it.
 template <class LaneTag>
 HWY_INLINE IntVec sums_so_far(LaneTag lane, IntVec v) {
@@ -195,16 +216,11 @@ HWY_INLINE IntVec sums_so_far(LaneTag lane, IntVec v) {
     if constexpr (hn::MaxLanes(IntTag()) >= 8) {
         alignas(64) static constexpr std::int32_t kLast[16] = {0, 0, 0, 0, 3,  3,  3,  3,
                                                                0, 0, 0, 0, 11, 11, 11, 11};
-        alignas(64) static constexpr std::int32_t kOdd[16] = {0, 0, 0, 0, -1, -1, -1, -1,
-                                                              0, 0, 0, 0, -1, -1, -1, -1};
-        const auto last = hn::TableLookupLanes(v, hn::SetTableIndices(d, kLast));
-        v = sum_of(lane, v, hn::IfThenElseZero(hn::MaskFromVec(hn::Load(d, kOdd)), last));
+        v = sum_in<0xF0F0>(lane, v, hn::TableLookupLanes(v, hn::SetTableIndices(d, kLast)));
     }
     if constexpr (hn::MaxLanes(IntTag()) >= 16) {
-        alignas(64) static constexpr std::int32_t kUpper[16] = {0,  0,  0,  0,  0,  0,  0,  0,
-                                                                -1, -1, -1, -1, -1, -1, -1, -1};
-        const auto seventh = hn::TableLookupLanes(v, hn::IndicesFromVec(d, hn::Set(d, std::int32_t{7})));
-        v = sum_of(lane, v, hn::IfThenElseZero(hn::MaskFromVec(hn::Load(d, kUpper)), seventh));
+        const auto seventh = hn::IndicesFromVec(d, hn::Set(d, std::int32_t{7}));
+        v = sum_in<0xFF00>(lane, v, hn::TableLookupLanes(v, seventh));
     }
     return v;
 }
