@@ -125,22 +125,29 @@ public:
     bool is_valid() const { return memory_ != nullptr; }
     std::int32_t width() const { return width_; }
 
-    // Null if a pixel is not opaque.
-    const std::int16_t* of(std::int32_t y) {
-        const std::size_t slot = static_cast<std::size_t>(y) % 2;
-        std::int16_t* sums = memory_.get() + slot * static_cast<std::size_t>(width_) * 4;
-        if (held_[slot] != y) {
-            held_[slot] = y;
-            isOpaque_[slot] =
-                axis_.shrinks() ? widen_row<true, kShort>(source_.row(y), source_.width, axis_, bits_, sums)
-                                : widen_row<false, kShort>(source_.row(y), source_.width, axis_, bits_, sums);
-        }
-        return isOpaque_[slot] ? sums : nullptr;
+    // Begins a row, and tells whether its sums are still to be made.
+    bool enter(std::int32_t y) {
+        const std::size_t slot = slot_of(y);
+        if (held_[slot] == y) return false;
+        held_[slot] = y;
+        isOpaque_[slot] = true;
+        return true;
+    }
+    void widen(std::int32_t y, std::int32_t first, std::int32_t last) {
+        const auto run = axis_.shrinks() ? widen_row<true, kShort> : widen_row<false, kShort>;
+        if (!run(source_.row(y), source_.width, axis_, bits_, first, last, sums_of(y)))
+            isOpaque_[slot_of(y)] = false;
+    }
+    bool is_opaque(std::int32_t y) const { return isOpaque_[slot_of(y)]; }
+    std::int16_t* sums_of(std::int32_t y) {
+        return memory_.get() + slot_of(y) * static_cast<std::size_t>(width_) * 4;
     }
     // Room for a row of the target in whole vectors.
     Pixel* line() { return reinterpret_cast<Pixel*>(memory_.get() + static_cast<std::size_t>(width_) * 8); }
 
 private:
+    static std::size_t slot_of(std::int32_t y) { return static_cast<std::size_t>(y) % 2; }
+
     ConstPixelBuffer source_;
     const ScaleAxis& axis_;
     WeightBits bits_;
@@ -157,8 +164,8 @@ bool can_stream(PixelBuffer target) {
 }
 
 template <class Mix>
-void scale_rows_bilinear(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, WeightBits bits,
-                         std::int32_t first, std::int32_t last) {
+HWY_NOINLINE void scale_rows_bilinear(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
+                                      WeightBits bits, std::int32_t first, std::int32_t last) {
     SumRows<std::is_same_v<Mix, MixShort>> rows(source, scaling.x(), bits);
     if (!rows.is_valid()) {
         plain::scale_rows(source, target, scaling, first, last);
@@ -167,23 +174,32 @@ void scale_rows_bilinear(ConstPixelBuffer source, PixelBuffer target, const Scal
     OtherRows others(source, target, scaling);
     const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
     const bool isWhole = rows.width() == target.width;
+    constexpr std::int32_t kPixels = 256;  // a multiple of every vector
+    const bool direct = streaming ? can_stream(target) : isWhole;
     for (std::int32_t y = first; y < last; ++y) {
         const Taps& taps = scaling.y().taps(y);
-        Pixel* to = target.row(y);
-        const std::int16_t* upper = rows.of(taps.first);
-        const std::int16_t* lower = rows.of(taps.first + taps.count - 1);
-        if (upper == nullptr || lower == nullptr) {
-            others.make(y);
-            continue;
-        }
+        const std::int32_t upper = taps.first;
+        const std::int32_t lower = taps.first + taps.count - 1;
+        Pixel* to = direct ? target.row(y) : rows.line();
         const Mix mix(taps, bits);
-        if (streaming && can_stream(target)) {
-            mix_sums<true>(upper, lower, mix, to, rows.width());
-        } else if (!streaming && isWhole) {
-            mix_sums<false>(upper, lower, mix, to, rows.width());
-        } else {
-            mix_sums<false>(upper, lower, mix, rows.line(), rows.width());
-            copy_run(rows.line(), to, static_cast<std::size_t>(target.width), streaming);
+        const bool newUpper = rows.enter(upper);
+        const bool newLower = rows.enter(lower);
+        // Part by part, so that pixels go out to memory while the next sums are made.
+        for (std::int32_t x = 0; x < rows.width(); x += kPixels) {
+            const std::int32_t end = std::min(x + kPixels, rows.width());
+            if (newUpper) rows.widen(upper, x, end);
+            if (newLower) rows.widen(lower, x, end);
+            if (!rows.is_opaque(upper) || !rows.is_opaque(lower)) continue;
+            if (streaming && direct) {
+                mix_sums<true>(rows.sums_of(upper), rows.sums_of(lower), mix, to, x, end);
+            } else {
+                mix_sums<false>(rows.sums_of(upper), rows.sums_of(lower), mix, to, x, end);
+            }
+        }
+        if (!rows.is_opaque(upper) || !rows.is_opaque(lower)) {
+            others.make(y);
+        } else if (!direct) {
+            copy_run(to, target.row(y), static_cast<std::size_t>(target.width), streaming);
         }
     }
     hwy::FlushStream();

@@ -90,12 +90,12 @@ struct WeightBits {
     bool is_short() const { return row + column == 8; }
 };
 
-// Sums of a row: for each vector of pixels those of the lower halves of its blocks, then those of the upper
-// halves. Sums of 16 bits are less 2^15 so that they fit signed numbers, unless the weights are short.
-// Returns whether all pixels that were used are opaque.
+// Sums of pixels first..last of a row: for each vector of pixels those of the lower halves of its blocks,
+// then those of the upper halves. Sums of 16 bits are less 2^15 so that they fit signed numbers, unless the
+// weights are short. Returns whether all pixels that were used are opaque.
 template <bool kShrinks, bool kShort>
 HWY_INLINE bool widen_row(const Pixel* source, std::int32_t width, const ScaleAxis& axis, WeightBits bits,
-                          std::int16_t* sums) {
+                          std::int32_t first, std::int32_t last, std::int16_t* sums) {
     const PixelTag d;
     const ByteTag d8;
     const ShortTag d16;
@@ -104,7 +104,8 @@ HWY_INLINE bool widen_row(const Pixel* source, std::int32_t width, const ScaleAx
     const auto zero = hn::Zero(d8);
     const auto bias = hn::Set(d16, static_cast<std::int16_t>(-0x8000));
     PixelVec common = hn::Set(d, ~0u);
-    for (std::int32_t x = 0; x < axis.count(); x += kLanes, sums += 4 * kLanes) {
+    sums += std::ptrdiff_t{4} * first;
+    for (std::int32_t x = first; x < last; x += kLanes, sums += 4 * kLanes) {
         const TapPair taps = load_taps<kShrinks>(row, axis.left() + x);
         common = hn::And(common, hn::And(taps.left, taps.right));
         const auto left = hn::BitCast(d8, taps.left);
@@ -192,13 +193,15 @@ struct MixShort {
     }
 };
 
-// Mixes two rows of sums to a row of whole vectors of pixels.
+// Mixes two rows of sums to pixels first..last of a row, in whole vectors.
 template <bool kStreaming, class Mix>
 HWY_INLINE void mix_sums(const std::int16_t* upper, const std::int16_t* lower, const Mix& mix, Pixel* to,
-                         std::int32_t count) {
+                         std::int32_t first, std::int32_t last) {
     const PixelTag d;
     const ShortTag d16;
-    for (std::int32_t x = 0; x < count; x += kLanes, upper += 4 * kLanes, lower += 4 * kLanes) {
+    upper += std::ptrdiff_t{4} * first;
+    lower += std::ptrdiff_t{4} * first;
+    for (std::int32_t x = first; x < last; x += kLanes, upper += 4 * kLanes, lower += 4 * kLanes) {
         const PixelVec pixels = mix(hn::LoadU(d16, upper), hn::LoadU(d16, upper + 2 * kLanes),
                                     hn::LoadU(d16, lower), hn::LoadU(d16, lower + 2 * kLanes));
         if constexpr (kStreaming) {

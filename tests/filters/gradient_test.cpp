@@ -47,7 +47,7 @@ TEST(Gradient, runs_through_the_centres_of_pixels) {
 }
 
 TEST(Gradient, mixes_every_channel_and_alpha) {
-    EXPECT_EQ(filled({0x00FF1080, 0xFF003090, GradientMode::Horizontal, 1, 1}), Picture(1, 1, {0x80802088}));
+    EXPECT_EQ(filled({0x00FF1080, 0xFF003090, GradientMode::Horizontal, 1, 1}), Picture(1, 1, 0x80802088));
     EXPECT_EQ(filled({0xFF123456, 0xFF123456, GradientMode::BackwardDiagonal, 33, 7}),
               Picture(33, 7, 0xFF123456));
 }

@@ -28,7 +28,8 @@ Picture greys(std::int32_t width, std::int32_t height, std::vector<Pixel> values
 TEST(Scale, to_half_takes_means) {
     EXPECT_EQ(scaled(greys(4, 2, {10, 20, 100, 101, 30, 41, 102, 100}), 2, 1), greys(2, 1, {25, 101}));
     // One pixel that covers nine.
-    EXPECT_EQ(scaled(greys(3, 3, {0, 9, 18, 27, 36, 45, 54, 63, 77}), 1, 1), greys(1, 1, {37}));
+    EXPECT_EQ(scaled(greys(3, 3, {0, 9, 18, 27, 36, 45, 54, 63, 77}), 1, 1),
+              greys(1, 1, std::vector<Pixel>{37}));
 }
 
 TEST(Scale, to_twice_the_size_keeps_the_edges_and_goes_by_quarters) {
@@ -71,11 +72,11 @@ TEST(Scale, changes_from_neighbours_to_means_at_one_half) {
 TEST(Scale, weighs_by_alpha) {
     // Of transparent red beside opaque blue nothing shows but transparency.
     const Picture pair(2, 1, {0x00FF0000, 0xFF0000FF});
-    EXPECT_EQ(scaled(pair, 1, 1), Picture(1, 1, {0x800000FF}));
+    EXPECT_EQ(scaled(pair, 1, 1), Picture(1, 1, 0x800000FF));
     EXPECT_EQ(scaled(pair, 4, 1), Picture(4, 1, {0x00000000, 0x400000FF, 0xBF0000FF, 0xFF0000FF}));
-    EXPECT_EQ(scaled(Picture(3, 1, {0x00FF0000, 0x00FF0000, 0xFF0000FF}), 1, 1), Picture(1, 1, {0x550000FF}));
+    EXPECT_EQ(scaled(Picture(3, 1, {0x00FF0000, 0x00FF0000, 0xFF0000FF}), 1, 1), Picture(1, 1, 0x550000FF));
     // (1 * 200 + 3 * 100) / 4 at alpha (64 + 192) / 2.
-    EXPECT_EQ(scaled(Picture(2, 1, {0x40C8C8C8, 0xC0646464}), 1, 1), Picture(1, 1, {0x807D7D7D}));
+    EXPECT_EQ(scaled(Picture(2, 1, {0x40C8C8C8, 0xC0646464}), 1, 1), Picture(1, 1, 0x807D7D7D));
     EXPECT_EQ(scaled(Picture(9, 9, 0x00123456), 4, 13), Picture(4, 13, 0x00000000));
 }
 
