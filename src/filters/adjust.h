@@ -14,8 +14,8 @@
 
 // Source and target have the same size; they may be the same memory. Every function writes alpha 255 into
 // each pixel, and none reads it, unless it says otherwise. A double becomes an integer by truncation.
-// All but autolevels(), autocontrast() and autocolor(), which need the whole picture, and noise(), whose
-// pixels have an order, may be called for parts of a picture.
+// All but noise(), whose pixels have an order, may be called for parts of a picture; the corrections by
+// statistics of the whole are made of tables (levels.h).
 namespace pixvane::filters {
 
 /// Grey by luma: trunc(0.7154 G + 0.2125 R + 0.0721 B), summed in this order.
@@ -23,8 +23,6 @@ void desaturate(ConstPixelBuffer source, PixelBuffer target);
 /// With f = percent * 0.01, Y = min(255, trunc(0.0721 B + 0.2125 R + 0.7154 G)), base = trunc(Y (1 - f)):
 /// c -> clamp(trunc(c f + base)).
 void saturate(ConstPixelBuffer source, PixelBuffer target, std::int32_t percent);
-/// Stretches each channel on its own to 5..250; a channel of one value stays as it is.
-void autocolor(ConstPixelBuffer source, PixelBuffer target);
 /// With f = percent * 0.01: c -> clamp(trunc(c f) + trunc((1 - f) 127)).
 void contrast(ConstPixelBuffer source, PixelBuffer target, std::int32_t percent);
 /// c -> clamp(c + d), each channel with its own addend of any size.
@@ -52,11 +50,6 @@ void hue(ConstPixelBuffer source, PixelBuffer target, std::int32_t red, std::int
 /// Grey in `levels` (2..256) steps. Where the bands don't reach a mean of 255, such a pixel is copied, alpha
 /// included.
 void bw_levels(ConstPixelBuffer source, PixelBuffer target, std::int32_t levels);
-/// Levels of each channel from its histogram, cutting 5 percent of a third of the pixels at each end. The
-/// upper end of every channel is at least the red low end plus 1.
-void autolevels(ConstPixelBuffer source, PixelBuffer target);
-/// Common levels from one histogram over all three channels.
-void autocontrast(ConstPixelBuffer source, PixelBuffer target);
 /// i -> trunc(255 (i * 0.00392156862745098)^level), 0 -> 0; level is finite and at least 0.02.
 void gamma(ConstPixelBuffer source, PixelBuffer target, double level);
 

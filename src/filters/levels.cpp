@@ -106,16 +106,4 @@ ChannelTables autocontrast_tables(const ChannelHistograms& histograms) {
     return {table, table, table};
 }
 
-void autocolor(ConstPixelBuffer source, PixelBuffer target) {
-    apply_tables(source, target, autocolor_tables(channel_ranges(source)));
-}
-
-void autolevels(ConstPixelBuffer source, PixelBuffer target) {
-    apply_tables(source, target, autolevels_tables(channel_histograms(source)));
-}
-
-void autocontrast(ConstPixelBuffer source, PixelBuffer target) {
-    apply_tables(source, target, autocontrast_tables(channel_histograms(source)));
-}
-
 }  // namespace pixvane::filters

@@ -28,10 +28,15 @@ struct ChannelRanges {
 
 ChannelRanges channel_ranges(ConstPixelBuffer source);
 
-// The tables of the corrections of the same names in filters/adjust.h, from the statistics of the whole
-// picture. For a picture that is read in parts, the parts' statistics are added up.
+// The tables of the automatic corrections, from the statistics of the whole picture. For a picture that is
+// read in parts, the parts' statistics are added up.
+
+/// Stretches each channel on its own to 5..250; a channel of one value stays as it is.
 ChannelTables autocolor_tables(const ChannelRanges& ranges);
+/// Levels of each channel from its histogram, cutting 5 percent of a third of the pixels at each end. The
+/// upper end of every channel is at least the red low end plus 1.
 ChannelTables autolevels_tables(const ChannelHistograms& histograms);
+/// Common levels from one histogram over all three channels.
 ChannelTables autocontrast_tables(const ChannelHistograms& histograms);
 
 }  // namespace pixvane::filters

@@ -45,9 +45,10 @@ std::vector<Kernel> kernels() {
     add("desaturate", [](auto s, auto t) { desaturate(s, t); });
     add("invert", [](auto s, auto t) { invert(s, t); });
     add("tables", [](auto s, auto t) { apply_tables(s, t, random_tables()); });
-    add("autocolor", [](auto s, auto t) { autocolor(s, t); });
-    add("autolevels", [](auto s, auto t) { autolevels(s, t); });
-    add("autocontrast", [](auto s, auto t) { autocontrast(s, t); });
+    add("autocolor", [](auto s, auto t) { apply_tables(s, t, autocolor_tables(channel_ranges(s))); });
+    add("autolevels", [](auto s, auto t) { apply_tables(s, t, autolevels_tables(channel_histograms(s))); });
+    add("autocontrast",
+        [](auto s, auto t) { apply_tables(s, t, autocontrast_tables(channel_histograms(s))); });
     for (const std::int32_t percent :
          {-400, -29, 0, 30, 29, 57, 100, 130, 199, 250, 5000, 200'000, kLargest, -kLargest - 1})
         add("saturate " + std::to_string(percent), [=](auto s, auto t) { saturate(s, t, percent); });

@@ -23,10 +23,14 @@ ChannelTable straight_table() {
     return table;
 }
 
+void autocolor(ConstPixelBuffer source, PixelBuffer target) {
+    filters::apply_tables(source, target, filters::autocolor_tables(filters::channel_ranges(source)));
+}
+
 TEST(Autocolor, StretchesEachChannelTo5And250) {
     const Picture source(3, 1, {0x000A6400, 0xFF1E6401, 0xFF146403});
     Picture target(3, 1);
-    filters::autocolor(source.view(), target.view());
+    autocolor(source.view(), target.view());
     // Red 10..30 by 12.25: 5, 250, 10 * 12.25 + 5 = 127.5. Blue 0..3 by 81.67: 5, 86.67, 250. Green has one
     // value and stays.
     EXPECT_EQ(target.pixels, (std::vector<Pixel>{0xFF056405, 0xFFFA6456, 0xFF7F64FA}));
@@ -35,7 +39,7 @@ TEST(Autocolor, StretchesEachChannelTo5And250) {
 TEST(Autocolor, LeavesASinglePixelAlone) {
     const Picture source(1, 1, 0x00336699);
     Picture target(1, 1);
-    filters::autocolor(source.view(), target.view());
+    autocolor(source.view(), target.view());
     EXPECT_EQ(target.at(0, 0), 0xFF336699);
 }
 
