@@ -187,6 +187,7 @@ public:
         WideRunningSum green(before.green);
         WideRunningSum red(before.red);
         const PixelTag d;
+        auto descent = columns_.descent(source_, y);
         for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
             const ChannelLanes gain = columns_.gain(x);
             WideLanes boxes[3] = {blue.next(gain.blue), green.next(gain.green), red.next(gain.red)};
@@ -198,8 +199,9 @@ public:
             }
             hn::StoreU(pixels_of_channels(mean_of(boxes[0]), mean_of(boxes[1]), mean_of(boxes[2])), d,
                        to + x);
+            columns_.follow(descent, x + lanes_of_pixels());
         }
-        columns_.go_down(source_, y);
+        columns_.finish(descent);
     }
 
 private:

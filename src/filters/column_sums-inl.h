@@ -41,6 +41,17 @@ public:
           ahead_(std::min(radius, width - 1)),
           behind_(std::min(radius + 1, width)) {}
 
+    // Going down while a row is being made: what no window wants any more does so at once, when it is still
+    // in the nearest cache.
+    struct Descent {
+        const Pixel* in;
+        const Pixel* out;
+        std::int32_t x = 0;  // the first column that has not gone down
+    };
+    Descent descent(ConstPixelBuffer source, std::int32_t y) const {
+        return {row_in(source, y), row_out(source, y)};
+    }
+
 protected:
     static constexpr std::size_t kMostLanes = 16;
 
@@ -117,16 +128,6 @@ public:
         finish();
     }
 
-    // The same while a row is being made: what no window wants any more goes down at once, when it is still
-    // in the nearest cache.
-    struct Descent {
-        const Pixel* in;
-        const Pixel* out;
-        std::int32_t x = 0;  // the first column that has not gone down
-    };
-    Descent descent(ConstPixelBuffer source, std::int32_t y) const {
-        return {row_in(source, y), row_out(source, y)};
-    }
     // Windows before x have been made.
     HWY_INLINE void follow(Descent& descent, std::int32_t x) {
         const PixelTag d;
@@ -241,6 +242,21 @@ public:
     HWY_INLINE void go_down(ConstPixelBuffer source, std::int32_t y) {
         for_vectors_of(row_in(source, y), row_out(source, y),
                        [this](PixelVec in, PixelVec out, std::int32_t x) HWY_ATTR { exchange(in, out, x); });
+        finish();
+    }
+
+    // Windows before x have been made.
+    HWY_INLINE void follow(Descent& descent, std::int32_t x) {
+        const PixelTag d;
+        const std::int32_t lanes = lanes_of_pixels();
+        for (; descent.x + lanes <= std::min(x - behind_, width_); descent.x += lanes)
+            exchange(hn::LoadU(d, descent.in + descent.x), hn::LoadU(d, descent.out + descent.x), descent.x);
+    }
+    HWY_INLINE void finish(Descent& descent) {
+        follow(descent, width_ + behind_);
+        const std::int32_t x = descent.x;
+        if (x < width_)
+            exchange(load_repeating(descent.in, width_, x), load_repeating(descent.out, width_, x), x);
         finish();
     }
 
