@@ -151,7 +151,7 @@ std::vector<Row> effect_rows() {
         command(
             "AntiNoise", 147, anti_noise, ranks,
             "Replaces channels that stand out by their mean within the radius.",
-            {{.name = "nVal", .slider = {1, 20}, .initial = 1, .accepts = {1, filters::kMaxWindowRadius}}}),
+            {{.name = "nVal", .slider = {1, 7}, .initial = 1, .accepts = {1, filters::kMaxWindowRadius}}}),
         command("Diffuse", 10, diffuse, ranks, "Takes each pixel from a random place within the radius.",
                 {{.name = "nVal", .slider = {1, 50}, .initial = 3, .accepts = positive}}),
         command("Mosaic", 13, mosaic, surface,

@@ -195,11 +195,9 @@ HWY_INLINE void walk_rows(ConstPixelBuffer source, PixelBuffer target, std::int3
         };
         std::int32_t x = 0;
         for (; x < std::min(kRadius, source.width); x += lanes) walk_edge(x);
+        for (std::int32_t i = 0; i < count + kReach; ++i)
+            rows[i] = row_of(i) + std::clamp(x - kRadius, 0, source.width);
         for (; x + lanes + kRadius <= source.width; x += lanes) {
-            for (std::int32_t i = 0; i < count + kReach; ++i) {
-                rows[i] = row_of(i) + (x - kRadius);
-                hwy::Prefetch(rows[i] + 2 * lanes);
-            }
             walk.run(rows, count, [&](std::int32_t y, ByteVec medians) HWY_ATTR {
                 Pixel* to = target.row(top + y) + x;
                 if constexpr (kStreaming) {
@@ -208,6 +206,10 @@ HWY_INLINE void walk_rows(ConstPixelBuffer source, PixelBuffer target, std::int3
                     hn::StoreU(opaque(hn::BitCast(d, medians)), d, to);
                 }
             });
+            for (std::int32_t i = 0; i < count + kReach; ++i) {
+                rows[i] += lanes;
+                hwy::Prefetch(rows[i] + lanes);
+            }
         }
         for (; x < source.width; x += lanes) walk_edge(x);
     }
