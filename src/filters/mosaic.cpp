@@ -22,7 +22,7 @@ namespace {
 Pixel mean_of_tile(ConstPixelBuffer source, std::int32_t half, std::int32_t x, std::int32_t y) {
     // How often the window meets this place: the last of a row or column stands for those beyond it.
     const auto times = [=](std::int32_t place, std::int32_t middle, std::int32_t size) -> std::uint64_t {
-        return place < size - 1 ? 1 : static_cast<std::uint64_t>(middle) + half - (size - 1) + 1;
+        return place < size - 1 ? 1 : static_cast<std::uint64_t>(std::int64_t{middle} + half - size + 2);
     };
     std::uint64_t red = red_of(source.row(y)[x]);
     std::uint64_t green = green_of(source.row(y)[x]);
