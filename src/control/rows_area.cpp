@@ -17,7 +17,7 @@ constexpr double kMean = 1.5;
 constexpr double kRange = 2.5;
 constexpr double kEachBox = 0.5;
 
-bool is_radius(std::int32_t value) { return value >= 1 && value <= filters::kLargestRadius; }
+bool is_radius(std::int32_t value) { return value >= 1 && value <= filters::kMaxWindowRadius; }
 
 void convolve(ImageStore& store, const filters::Kernel& kernel) {
     edit_area(store, kPass, [&](auto source, auto target, std::int32_t first, std::int32_t last) {
@@ -53,7 +53,7 @@ void blur(ImageStore& store, std::int32_t radius) {
 }
 
 void average(ImageStore& store, std::int32_t centreWeight, std::int32_t radius) {
-    if (radius < -8 || radius > filters::kLargestRadius) return;
+    if (radius < -8 || radius > filters::kMaxWindowRadius) return;
     if (radius >= 0) return box_mean(store, {radius, centreWeight});
     // A square of no size at all is black.
     edit_rows(store, kPass, [](auto, auto target) { fill_row(target.data, target.count(), kOpaque, false); });
@@ -135,14 +135,15 @@ std::vector<Row> area_rows() {
     const char* surface = "Surface";
     const Range radii{1, 50};
     const Range levels{0, 255};
-    const Range anyRadius{1, filters::kLargestRadius};
+    const Range anyRadius{1, filters::kMaxWindowRadius};
     return {
         command("Blur", 11, blur, blurs, "Mean over a square around each pixel.",
                 {{.name = "nVal", .slider = radii, .initial = 3, .accepts = anyRadius}}),
-        command("Average", 15, average, blurs,
-                "Mean over a square whose centre has a weight of its own; black for radii below 0.",
-                {{.name = "nAverage", .slider = {-20, 20}, .initial = 1},
-                 {.name = "nVal", .slider = {0, 50}, .initial = 2, .accepts = {-8, filters::kLargestRadius}}}),
+        command(
+            "Average", 15, average, blurs,
+            "Mean over a square whose centre has a weight of its own; black for radii below 0.",
+            {{.name = "nAverage", .slider = {-20, 20}, .initial = 1},
+             {.name = "nVal", .slider = {0, 50}, .initial = 2, .accepts = {-8, filters::kMaxWindowRadius}}}),
         command("SmartBlur", 44, smart_blur, blurs,
                 "Blurs flat areas and keeps those whose range is above the level.",
                 {{.name = "nVal", .slider = radii, .initial = 2, .accepts = anyRadius},

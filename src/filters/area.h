@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/pixel_buffer.h"
+#include "filters/radius.h"
 
 // Source and target have the same size and are different memory. Every function writes rows first..last of
 // the target and reads what it needs of the whole source, so that a picture may be done in bands; how it is
@@ -16,9 +17,6 @@
 // `scratch` is memory for the time of the call, aligned to BandScratch::kAlignment, of the size that the
 // function of the same name with _scratch tells; its content doesn't matter before or after.
 namespace pixvane::filters {
-
-/// The largest radius of any of these filters.
-constexpr std::int32_t kLargestRadius = 16384;
 
 /// Square weights, 3 x 3 or 5 x 5, column by column, each column from its top.
 struct Kernel {
@@ -44,7 +42,7 @@ Kernel relief_kernel(std::int32_t direction);
 
 /// A square mean whose centre counts `centreWeight` times.
 struct BoxMean {
-    std::int32_t radius = 1;  ///< 0..kLargestRadius
+    std::int32_t radius = 1;  ///< 0..kMaxWindowRadius
     std::int32_t centreWeight = 1;
 };
 
@@ -65,8 +63,8 @@ struct RingWeights {
     std::int64_t sum = 0;    ///< of the weights of the kernel
 };
 
-/// Ring c has the weight (radius^2 fallOff + 1) / (c^2 fallOff + 1), a whole number. radius is 1..kLargestRadius,
-/// fallOff at least 1, radius^2 fallOff at most kMaxRingWeight.
+/// Ring c has the weight (radius^2 fallOff + 1) / (c^2 fallOff + 1), a whole number. radius
+/// is 1..kMaxWindowRadius, fallOff at least 1, radius^2 fallOff at most kMaxRingWeight.
 RingWeights ring_weights(std::int32_t radius, std::int32_t fallOff);
 constexpr std::int64_t kMaxRingWeight = std::int64_t{1} << 50;
 
@@ -77,8 +75,8 @@ std::size_t ring_blur_scratch(std::int32_t width, const RingWeights& weights);
 
 // The local range is the smallest of the three channels' ranges (maximum minus minimum) over a square.
 
-/// The mean over a square of `radius` (1..kLargestRadius) where the local range over it is at most `level`; other
-/// pixels are kept.
+/// The mean over a square of `radius` (1..kMaxWindowRadius) where the local range over it is at most `level`;
+/// other pixels are kept.
 void smart_blur(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius, std::int32_t level,
                 std::int32_t first, std::int32_t last, std::byte* scratch);
 /// `rows` is the largest number of rows that it will be called for at once.

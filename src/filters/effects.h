@@ -6,6 +6,7 @@
 
 #include "core/pixel_buffer.h"
 #include "core/random.h"
+#include "filters/radius.h"
 
 // Source and target have the same size and are different memory. A kernel with `first` and `last` writes
 // these rows of the target and reads what it likes of the source, so a picture may be done in parts. The
@@ -13,9 +14,6 @@
 // What is drawn with an alpha below 255 is blended onto the source's pixel by source_over(); all else has
 // alpha 255, unless it says otherwise. A double becomes an integer by truncation.
 namespace pixvane::filters {
-
-/// The largest radius of a window.
-constexpr std::int32_t kMaxWindowRadius = 16384;
 
 /// The least value of each channel in the window; radius 0..kMaxWindowRadius.
 void minimal(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius, std::int32_t first,

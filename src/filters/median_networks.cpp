@@ -246,7 +246,6 @@ void median_by_networks(ConstPixelBuffer source, PixelBuffer target, std::int32_
     }
 }
 #else
-using plain::median;
 void median_by_networks(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius, std::int32_t first,
                         std::int32_t last) {
     plain::median(source, target, radius, first, last);
