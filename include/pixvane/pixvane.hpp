@@ -408,7 +408,7 @@ public:
         call("Median", member, to_value(nVal));
     }
     /// Replaces channels that stand out by their mean within the radius.
-    /// nVal: integer, 1 to 16384, slider 1 to 20, default 1.
+    /// nVal: integer, 1 to 16384, slider 1 to 7, default 1.
     void AntiNoise(std::int32_t nVal) {
         static const std::int32_t member = pixvane_find_member("AntiNoise");
         call("AntiNoise", member, to_value(nVal));

@@ -442,7 +442,7 @@ class Pixvane:
     def AntiNoise(self, nVal: int, /) -> None:
         """Replaces channels that stand out by their mean within the radius.
 
-            nVal  integer, 1 to 16384, slider 1 to 20, default 1
+            nVal  integer, 1 to 16384, slider 1 to 7, default 1
 
         One step of the history: Undo takes it back.
         """
