@@ -8,7 +8,7 @@ level=${1:-build}
 packages=(
     g++ cmake ninja-build pkg-config python3 fonts-dejavu-core fonts-liberation2
     libhwy-dev libturbojpeg0-dev libjpeg62-turbo-dev libpng-dev libtiff-dev libgif-dev
-    libwebp-dev libdeflate-dev libgdk-pixbuf-2.0-dev zlib1g-dev
+    libwebp-dev libdeflate-dev libgdk-pixbuf-2.0-dev zlib1g-dev libcairo2-dev libpango1.0-dev
 )
 if [[ $level == test || $level == check ]]; then
     packages+=(libgtest-dev make)
