@@ -548,6 +548,28 @@ public:
         static const std::int32_t member = pixvane_find_member("FrameColor");
         call("FrameColor", member, pixvane_color(Value));
     }
+    /// Whether an overview is shown while the picture overflows the window.
+    bool ScrollWindowVisible() {
+        static const std::int32_t member = pixvane_find_member("ScrollWindowVisible");
+        return call("ScrollWindowVisible", member).i != 0;
+    }
+    /// Whether an overview is shown while the picture overflows the window.
+    /// Value: boolean, default false.
+    void put_ScrollWindowVisible(bool Value) {
+        static const std::int32_t member = pixvane_find_member("ScrollWindowVisible");
+        call("ScrollWindowVisible", member, to_value(Value));
+    }
+    /// Colour of the overview, which is half transparent.
+    std::uint32_t ScrollWindowColor() {
+        static const std::int32_t member = pixvane_find_member("ScrollWindowColor");
+        return static_cast<std::uint32_t>(call("ScrollWindowColor", member).i);
+    }
+    /// Colour of the overview, which is half transparent.
+    /// Value: color, default 0x505050.
+    void put_ScrollWindowColor(std::uint32_t Value) {
+        static const std::int32_t member = pixvane_find_member("ScrollWindowColor");
+        call("ScrollWindowColor", member, pixvane_color(Value));
+    }
     /// Suspends repainting until EndUpdate.
     void BeginUpdate() {
         static const std::int32_t member = pixvane_find_member("BeginUpdate");

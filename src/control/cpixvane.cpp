@@ -101,6 +101,16 @@ void CPixvane::put_color(Pixel& setting, Color color) {
     Repaint();
 }
 
+void CPixvane::put_ScrollWindowVisible(bool visible) {
+    scrollWindow_.visible = visible;
+    Repaint();
+}
+
+void CPixvane::put_ScrollWindowColor(Color color) {
+    scrollWindow_.set_color(color);
+    if (scrollWindow_.visible) Repaint();
+}
+
 void CPixvane::EndUpdate() {
     updatesSuspended_ = false;
     Repaint();

@@ -12,6 +12,7 @@
 #include "core/image_store.h"
 #include "core/parallel_rows.h"
 #include "view/host_window.h"
+#include "view/scroll_window.h"
 
 namespace pixvane {
 
@@ -87,6 +88,14 @@ public:
     bool AutoResize() { return autoResize_; }
     void put_AutoResize(bool autoResize) { autoResize_ = autoResize; }
 
+    // The overview panel.
+    bool ScrollWindowVisible() { return scrollWindow_.visible; }
+    void put_ScrollWindowVisible(bool visible);
+    Color ScrollWindowColor() { return to_color(scrollWindow_.color); }
+    /// Repaints only if the panel is visible.
+    void put_ScrollWindowColor(Color color);
+    ScrollWindow& scroll_window() { return scrollWindow_; }
+
     // View.
     void BeginUpdate() { updatesSuspended_ = true; }
     void EndUpdate();
@@ -112,6 +121,7 @@ private:
     HostWindow& window_;
     Events events_;
     CommandRecorder* recorder_ = nullptr;
+    ScrollWindow scrollWindow_;
     Pixel backColor1_ = 0xFF00008B;
     bool autoResize_ = false;
     bool updatesSuspended_ = false;

@@ -27,6 +27,17 @@ struct WindowRect {
     std::int32_t width = 0;
     std::int32_t height = 0;
     bool operator==(const WindowRect&) const = default;
+
+    bool contains(WindowPoint p) const {
+        return p.x >= x && p.y >= y && std::int64_t{p.x} - x < width && std::int64_t{p.y} - y < height;
+    }
+    /// This and the other share a pixel.
+    bool meets(const WindowRect& other) const {
+        const auto overlap = [](std::int64_t a, std::int64_t length, std::int64_t b, std::int64_t other) {
+            return length > 0 && other > 0 && a < b + other && b < a + length;
+        };
+        return overlap(x, width, other.x, other.width) && overlap(y, height, other.y, other.height);
+    }
 };
 
 }  // namespace pixvane

@@ -196,6 +196,15 @@ bool Viewport::pan(std::int32_t dx, std::int32_t dy) {
     return anchor() != before;
 }
 
+void Viewport::ScrollTo(ImagePoint topLeft) {
+    if (!has_image()) return;
+    const auto anchor = [this](std::int32_t size, std::int32_t first) {
+        return trunc_to_int32(static_cast<double>(std::int64_t{size / 2} - first) * zoom_);
+    };
+    if (overflowY_) anchorY_ = anchor(imageHeight_, topLeft.y);
+    if (overflowX_ || !overflowY_) anchorX_ = anchor(imageWidth_, topLeft.x);
+}
+
 WindowRect Viewport::ImageRect() const {
     const Span x = image_span(anchorX_, imageWidth_, zoom_);
     const Span y = image_span(anchorY_, imageHeight_, zoom_);

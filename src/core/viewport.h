@@ -17,6 +17,9 @@ public:
     double previous_zoom() const { return previousZoom_; }
     std::int32_t client_width() const { return clientWidth_; }
     std::int32_t client_height() const { return clientHeight_; }
+    /// The size of the picture, 0 x 0 for none.
+    std::int32_t image_width() const { return imageWidth_; }
+    std::int32_t image_height() const { return imageHeight_; }
     /// The window position of the picture's centre.
     WindowPoint anchor() const { return {anchorX_, anchorY_}; }
     /// Whether the picture reaches beyond the client area (one exactly as wide as the client does).
@@ -46,6 +49,10 @@ public:
     /// Moves the picture on each axis on which it overflows; a move that would uncover background is refused
     /// as a whole. Returns whether it moved.
     bool pan(std::int32_t dx, std::int32_t dy);
+    /// Brings an image point to the top left corner of the window: on both axes where both overflow, else on
+    /// y alone where only that one overflows, else on x alone, whether it overflows or not. The picture may
+    /// be moved off the window's edges. Nothing without a picture.
+    void ScrollTo(ImagePoint topLeft);
 
     /// The rectangle that the picture covers in the window.
     WindowRect ImageRect() const;

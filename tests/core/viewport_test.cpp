@@ -213,6 +213,7 @@ TEST(Viewport, survives_a_window_of_size_zero_and_no_picture) {
         }
         small.zoom_at(3, {INT32_MAX, INT32_MIN});
         small.pan(INT32_MAX, INT32_MIN);
+        small.ScrollTo({INT32_MAX, INT32_MIN});
     }
     Viewport empty;
     empty.resize(100, 100, true);
@@ -223,6 +224,27 @@ TEST(Viewport, survives_a_window_of_size_zero_and_no_picture) {
     empty.zoom_at(5, {3, 3});
     EXPECT_FALSE(empty.pan(5, 5));
     EXPECT_EQ(empty.zoom(), 1.1);
+}
+
+TEST(Viewport, scrolls_to_a_point_on_the_axes_that_overflow) {
+    // Sizes that tell x from y, halves that are no whole numbers, a zoom of 0.5.
+    for (const bool wide : {false, true}) {
+        for (const bool tall : {false, true}) {
+            Viewport view = with_picture(wide ? 2001 : 301, tall ? 1501 : 203, 2700, 1900);
+            for (int i = 0; i < 7; ++i) view.ZoomOut();
+            view.SetClientSize(400, 300);
+            ASSERT_EQ(view.overflow_x(), wide);
+            ASSERT_EQ(view.overflow_y(), tall);
+            const WindowPoint before = view.anchor();
+            view.ScrollTo({57, 33});
+            const auto place = [&](int half, int first) {
+                return static_cast<std::int32_t>((half - first) * view.zoom());
+            };
+            const bool movesX = wide || !tall;
+            EXPECT_EQ(view.anchor().x, movesX ? place(wide ? 1000 : 150, 57) : before.x);
+            EXPECT_EQ(view.anchor().y, tall ? place(750, 33) : before.y);
+        }
+    }
 }
 
 TEST(Viewport, keeps_the_point_under_the_pointer_when_zooming_at_it) {

@@ -593,6 +593,24 @@ class Pixvane:
     @FrameColor.setter
     def FrameColor(self, value: int) -> None: ...
 
+    @property
+    def ScrollWindowVisible(self) -> bool:
+        """Whether an overview is shown while the picture overflows the window.
+
+            boolean, default false, get and put
+        """
+    @ScrollWindowVisible.setter
+    def ScrollWindowVisible(self, value: bool) -> None: ...
+
+    @property
+    def ScrollWindowColor(self) -> int:
+        """Colour of the overview, which is half transparent.
+
+            color, default 0x505050, get and put
+        """
+    @ScrollWindowColor.setter
+    def ScrollWindowColor(self, value: int) -> None: ...
+
     def BeginUpdate(self) -> None:
         """Suspends repainting until EndUpdate."""
 
