@@ -50,6 +50,9 @@ def worker_threads() -> int:
 def set_worker_threads(count: int) -> None:
     """Sets how many threads work on one command: 1 to 64. No result depends on it."""
 
+def seed_random(state: int) -> None:
+    """Starts the random numbers of this thread anew: the same state gives the same noise. Threads start with 1."""
+
 def bitmap_limit() -> int:
     """The most bytes that all bitmaps of the process may take together."""
 

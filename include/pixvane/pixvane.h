@@ -274,6 +274,10 @@ PIXVANE_API pixvane_status pixvane_window_cursor(pixvane_control* control, int32
 PIXVANE_API pixvane_status pixvane_set_worker_threads(int32_t count);
 PIXVANE_API int32_t pixvane_worker_threads(void);
 
+/* Starts the random numbers of the calling thread anew, which the filters that scatter or add noise draw: the
+ * same state gives the same picture. A thread starts with state 1. */
+PIXVANE_API void pixvane_seed_random(uint32_t state);
+
 /* The most bytes that all bitmaps of the process may take together; an allocation beyond it fails as if there
  * were no memory. At first three quarters of the machine's memory. */
 PIXVANE_API pixvane_status pixvane_set_bitmap_limit(uint64_t bytes);

@@ -144,6 +144,17 @@ public:
         static const std::int32_t member = pixvane_find_member("RedoEnable");
         return call("RedoEnable", member).i != 0;
     }
+    /// How many states are kept, the current one too; a put drops what can be redone.
+    std::int32_t HistoryStates() {
+        static const std::int32_t member = pixvane_find_member("HistoryStates");
+        return call("HistoryStates", member).i;
+    }
+    /// How many states are kept, the current one too; a put drops what can be redone.
+    /// Value: integer, 2 to 16, slider 2 to 16, default 16.
+    void put_HistoryStates(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("HistoryStates");
+        call("HistoryStates", member, to_value(Value));
+    }
     /// Whether the picture was edited since it was made, loaded or saved.
     bool Modified() {
         static const std::int32_t member = pixvane_find_member("Modified");

@@ -9,6 +9,7 @@
 #include "control/member_table.h"
 #include "core/parallel_rows.h"
 #include "core/pixel_memory.h"
+#include "core/random.h"
 #include "pixvane/pixvane.h"
 
 using namespace pixvane;
@@ -108,6 +109,8 @@ pixvane_status pixvane_set_worker_threads(int32_t count) {
 }
 
 int32_t pixvane_worker_threads(void) { return worker_threads(); }
+
+void pixvane_seed_random(uint32_t state) { thread_random().set_state(state); }
 
 pixvane_status pixvane_set_bitmap_limit(uint64_t bytes) {
     platform();  // whose default the limit replaces

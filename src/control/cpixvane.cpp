@@ -94,6 +94,10 @@ void CPixvane::Redo() {
     Repaint();
 }
 
+void CPixvane::put_HistoryStates(std::int32_t count) {
+    if (count >= 2 && count <= ImageStore::kSlots) store_.set_kept_states(count);
+}
+
 void CPixvane::put_JpegQuality(std::int32_t quality) { store_.JpegQuality = std::clamp(quality, 0, 100); }
 
 void CPixvane::put_color(Pixel& setting, Color color) {

@@ -75,6 +75,8 @@ public:
     void Redo();
     bool UndoEnable() { return store_.can_undo(); }
     bool RedoEnable() { return store_.can_redo(); }
+    std::int32_t HistoryStates() { return store_.kept_states(); }
+    void put_HistoryStates(std::int32_t count);
 
     // Settings.
     std::int32_t JpegQuality() { return store_.JpegQuality; }

@@ -46,6 +46,9 @@ std::vector<Row> document_rows() {
         method("Redo", &C::Redo, history, "Goes forward again to a step that was undone."),
         property("UndoEnable", &C::UndoEnable, history, "Whether Undo would go back."),
         property("RedoEnable", &C::RedoEnable, history, "Whether Redo would go forward."),
+        property("HistoryStates", &C::HistoryStates, &C::put_HistoryStates, history,
+                 "How many states are kept, the current one too; a put drops what can be redone.",
+                 {.name = "Value", .slider = {2, 16}, .initial = 16, .accepts = {2, 16}}),
         property("Modified", &C::Modified, history,
                  "Whether the picture was edited since it was made, loaded or saved."),
 

@@ -176,13 +176,29 @@ std::shared_ptr<const Bitmap> ImageStore::GetImageArray() {
     return bitmap;
 }
 
+void ImageStore::set_kept_states(std::int32_t count) {
+    keptStates_ = count;
+    if (keptStates_ < kSlots && drop_old_states(keptStates_)) redoCount_ = 0;
+}
+
+/// Empties all slots but the current one and the `kept` - 1 before it; whether there was anything in them. In
+/// the ring, what comes after the current slot is also what is oldest.
+bool ImageStore::drop_old_states(std::int32_t kept) {
+    bool dropped = false;
+    for (std::int32_t age = kept; age < kSlots; ++age) {
+        auto& slot = slots_[static_cast<std::size_t>((current_ - age + kSlots) % kSlots)];
+        dropped = dropped || slot != nullptr;
+        slot.reset();
+    }
+    return dropped;
+}
+
 std::shared_ptr<Bitmap> ImageStore::open_step(std::int64_t width, std::int64_t height) {
     if (is_empty() || !is_picture_size(width, height)) return nullptr;
     if (!editsSuppressed_) {
-        auto& next = slots_[static_cast<std::size_t>((current_ + 1) % kSlots)];
-        // What the slot held is gone, so it can't be redone either; its memory serves the new bitmap.
-        if (next != nullptr) redoCount_ = 0;
-        next.reset();
+        // With the new one there will be as many as are kept. What a slot held is gone, so it can't be redone
+        // either; its memory serves the new bitmap.
+        if (drop_old_states(keptStates_ - 1)) redoCount_ = 0;
     }
     return Bitmap::create(width, height);
 }

@@ -65,6 +65,10 @@ public:
     /// The current pixels by way of a copy in the next slot and one undo: modified becomes true, the copy can
     /// be redone. Null if the store is empty or there is no memory.
     std::shared_ptr<const Bitmap> GetImageArray();
+    /// How many states an edit leaves, the current one included, 2..kSlots; the older ones give up their
+    /// memory at once.
+    void set_kept_states(std::int32_t count);
+    std::int32_t kept_states() const { return keptStates_; }
     /// While set, an edit replaces the current picture instead of opening a step.
     void set_edits_suppressed(bool suppressed) { editsSuppressed_ = suppressed; }
 
@@ -78,6 +82,7 @@ private:
     friend class Edit;
 
     Bitmap& slot() const { return *slots_[static_cast<std::size_t>(current_)]; }
+    bool drop_old_states(std::int32_t kept);
     std::int32_t previous_index() const { return current_ == 0 ? kSlots - 1 : current_ - 1; }
     void begin_document(std::shared_ptr<Bitmap> bitmap);
     bool load_decoded(DecodedImage&& image);
@@ -92,6 +97,7 @@ private:
     std::int32_t current_ = -1;
     std::int32_t used_ = 0;  // slots filled since the store was last emptied
     std::int32_t redoCount_ = 0;
+    std::int32_t keptStates_ = kSlots;
     bool modified_ = false;
     bool editsSuppressed_ = false;
     std::int32_t frameCount_ = 0;

@@ -7,6 +7,7 @@
 
 #include "core/compose.h"
 #include "core/image_store.h"
+#include "core/pixel_memory.h"
 #include "support/doubles.h"
 
 namespace pixvane {
@@ -77,6 +78,32 @@ protected:
     test::MemoryFiles files;
     ImageStore store{codec, files};
 };
+
+TEST_F(Store, keeps_no_more_states_than_it_is_told_to) {
+    for (std::int32_t kept = 2; kept <= ImageStore::kSlots; ++kept) {
+        store.set_kept_states(ImageStore::kSlots);
+        ASSERT_TRUE(store.NewImage(8, 8));
+        const auto bytes = PixelMemory::instance().in_use();
+        store.set_kept_states(kept);
+        for (Pixel colour = 0; colour < 40; ++colour) edit({8, 8, colour});
+        EXPECT_EQ(PixelMemory::instance().in_use(), bytes * static_cast<std::uint64_t>(kept));
+        for (std::int32_t age = 1; age < kept; ++age) {
+            ASSERT_TRUE(store.can_undo());
+            store.Undo();
+            EXPECT_EQ(store.current().data[0], static_cast<Pixel>(39 - age));
+        }
+        EXPECT_FALSE(store.can_undo());
+        store.Redo();
+        EXPECT_EQ(store.current().data[0], static_cast<Pixel>(41 - kept));
+        edit({8, 8, 100});
+        EXPECT_FALSE(store.can_redo());
+        store.Undo();
+        EXPECT_EQ(store.current().data[0], static_cast<Pixel>(41 - kept));
+    }
+    store.set_kept_states(2);
+    EXPECT_FALSE(store.can_redo());  // dropped with what is older than the state before this one
+    EXPECT_TRUE(store.can_undo());
+}
 
 TEST_F(Store, follows_the_model_through_random_edits) {
     for (std::uint64_t seed = 0; seed < 40; ++seed) {

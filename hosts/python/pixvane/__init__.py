@@ -27,6 +27,7 @@ __all__ = [
     "bitmap_bytes",
     "bitmap_limit",
     "members",
+    "seed_random",
     "set_bitmap_limit",
     "set_worker_threads",
     "worker_threads",
@@ -43,6 +44,15 @@ def worker_threads():
 def set_worker_threads(count):
     """Sets how many threads work on one command: 1 to 64. No result depends on it."""
     _check(_library.set_worker_threads(_int32(count, "count")), "set_worker_threads")
+
+
+def seed_random(state):
+    """Starts the random numbers of this thread anew: the same state gives the same noise. Threads start with 1."""
+    if isinstance(state, bool) or not isinstance(state, int):
+        raise TypeError("state must be an integer, not %s" % type(state).__name__)
+    if not 0 <= state < 1 << 32:
+        raise OverflowError("state is beyond 32 bits")
+    _library.seed_random(state)
 
 
 def bitmap_limit():

@@ -21,6 +21,9 @@ def worker_threads() -> int:
 def set_worker_threads(count: int) -> None:
     """Sets how many threads work on one command: 1 to 64. No result depends on it."""
 
+def seed_random(state: int) -> None:
+    """Starts the random numbers of this thread anew: the same state gives the same noise. Threads start with 1."""
+
 def bitmap_limit() -> int:
     """The most bytes that all bitmaps of the process may take together."""
 
@@ -165,6 +168,15 @@ class Pixvane:
 
             boolean, read only
         """
+
+    @property
+    def HistoryStates(self) -> int:
+        """How many states are kept, the current one too; a put drops what can be redone.
+
+            integer, 2 to 16, slider 2 to 16, default 16, get and put
+        """
+    @HistoryStates.setter
+    def HistoryStates(self, value: int) -> None: ...
 
     @property
     def Modified(self) -> bool:

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 import ctypes
 import os
-from ctypes import CFUNCTYPE, POINTER, Structure, c_char_p, c_double, c_int, c_int32, c_size_t, c_uint64, c_void_p
+from ctypes import CFUNCTYPE, POINTER, Structure, c_char_p, c_double, c_int, c_int32, c_size_t, c_uint32, c_uint64, c_void_p
 
 # The number in the soname: what this package was written for.
 _SONAME = "libpixvane.so.0"
@@ -116,6 +116,7 @@ window_cursor = _function("window_cursor", c_int32, c_void_p, _out)
 
 set_worker_threads = _function("set_worker_threads", c_int32, c_int32)
 worker_threads = _function("worker_threads", c_int32)
+seed_random = _function("seed_random", None, c_uint32)
 set_bitmap_limit = _function("set_bitmap_limit", c_int32, c_uint64)
 bitmap_limit = _function("bitmap_limit", c_uint64)
 bitmap_bytes = _function("bitmap_bytes", c_uint64)
