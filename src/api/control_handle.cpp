@@ -3,9 +3,12 @@
 #include "api/control_handle.h"
 
 #include "api/platform.h"
+#include "platform/cairo/cairo_rasterizer.h"
 
 pixvane_control::pixvane_control(const pixvane_host* hostCallbacks)
-    : host(hostCallbacks), control(pixvane::platform().codec, pixvane::platform().files, host) {}
+    : host(hostCallbacks),
+      rasterizer(pixvane::make_cairo_rasterizer()),
+      control({pixvane::platform().codec, pixvane::platform().files, host, *rasterizer}) {}
 
 namespace pixvane {
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <atomic>
+#include <memory>
 #include <new>
 #include <thread>
 
@@ -14,6 +15,7 @@ struct pixvane_control {
     explicit pixvane_control(const pixvane_host* host);
 
     pixvane::HostAdapter host;
+    std::unique_ptr<pixvane::Rasterizer> rasterizer;
     pixvane::CPixvane control;
     pixvane::Result result;  // of the last invoke, until it is taken
 

@@ -8,10 +8,11 @@
 #include <string_view>
 
 #include "control/events.h"
+#include "control/ports.h"
 #include "control/value.h"
 #include "core/image_store.h"
 #include "core/parallel_rows.h"
-#include "view/host_window.h"
+#include "draw/draw_settings.h"
 #include "view/scroll_window.h"
 
 namespace pixvane {
@@ -30,12 +31,14 @@ public:
 /// make a member do nothing.
 class CPixvane {
 public:
-    /// The ports must outlive the control.
-    CPixvane(ImageCodec& codec, FileSystem& files, HostWindow& window)
-        : store_(codec, files), window_(window) {}
+    explicit CPixvane(const Ports& ports)
+        : store_(ports.codec, ports.files), window_(ports.window), rasterizer_(ports.rasterizer) {}
 
     ImageStore& store() { return store_; }
     Events& events() { return events_; }
+    Rasterizer& rasterizer() { return rasterizer_; }
+    /// What the user or a macro draws with.
+    DrawSettings& settings() { return settings_; }
     /// Null while nothing is recorded.
     void set_recorder(CommandRecorder* recorder) { recorder_ = recorder; }
 
@@ -121,6 +124,8 @@ private:
     WorkerThreads workers_;
     ImageStore store_;
     HostWindow& window_;
+    Rasterizer& rasterizer_;
+    DrawSettings settings_;
     Events events_;
     CommandRecorder* recorder_ = nullptr;
     ScrollWindow scrollWindow_;

@@ -1,4 +1,4 @@
-// Outlines: lines and cubic curves between points of a picture or window.
+// Points, rectangles and outlines of a picture or window.
 // SPDX-License-Identifier: MIT
 #pragma once
 
@@ -9,10 +9,27 @@
 
 namespace pixvane {
 
+/// A pixel, of a picture or of a window.
+struct PixelPoint {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    bool operator==(const PixelPoint&) const = default;
+};
+
+/// Whole pixels; without a positive width and height there is nothing in it.
+struct PixelRect {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    bool operator==(const PixelRect&) const = default;
+};
+
 /// In pixels from the top left corner of the top left pixel: the centre of the pixel (0, 0) is (0.5, 0.5).
 struct DrawPoint {
     double x = 0;
     double y = 0;
+    bool operator==(const DrawPoint&) const = default;
 };
 
 /// Keeps its memory when it is cleared, so that one path can be filled again and again without allocation.

@@ -50,7 +50,8 @@ public:
     RawCodec codec;
     MemoryFiles files;
     CountingWindow window;
-    CPixvane control{codec, files, window};
+    NullRasterizer rasterizer;
+    CPixvane control{{codec, files, window, rasterizer}};
 };
 
 }  // namespace pixvane::test

@@ -8,6 +8,7 @@
 
 #include "core/file_system.h"
 #include "core/image_codec.h"
+#include "draw/rasterizer.h"
 #include "support/pictures.h"
 #include "view/host_window.h"
 
@@ -78,6 +79,16 @@ public:
     void stop_timer(std::int32_t) override {}
     void set_capture(bool) override {}
     void set_cursor(std::int32_t) override {}
+};
+
+/// Covers nothing, for controls whose pictures are looked at but not their view.
+class NullRasterizer final : public Rasterizer {
+public:
+    Mask fill(const Path&, bool, PixelRect) override { return {}; }
+    Mask stroke(const Path&, double, bool, PixelRect) override { return {}; }
+    Mask text(std::string_view, const Font&, std::int32_t, std::int32_t, PixelRect) override { return {}; }
+    TextSize measure(std::string_view, const Font&) override { return {}; }
+    std::span<const std::string> families() override { return {}; }
 };
 
 }  // namespace pixvane::test
