@@ -6,9 +6,9 @@
 #include "control/member_table.h"
 #include "core/compose.h"
 #include "core/integer_math.h"
+#include "core/scale.h"
 #include "filters/geometry.h"
 #include "filters/gradient.h"
-#include "filters/scale.h"
 
 namespace pixvane {
 namespace {
@@ -67,10 +67,10 @@ void scale_image(ImageStore& store, double scaleX, double scaleY) {
     const std::int32_t width = trunc_to_int32(store.width() * scaleX);
     const std::int32_t height = trunc_to_int32(store.height() * scaleY);
     if (!is_picture_size(width, height)) return;
-    const filters::Scaling scaling(store.width(), store.height(), width, height);
+    const Scaling scaling(store.width(), store.height(), width, height);
     edit_canvas_area(store, width, height, scaling.nanoseconds_per_pixel(),
                      [&](auto source, auto target, std::int32_t first, std::int32_t last) {
-                         filters::scale_rows(source, target, scaling, first, last);
+                         scale_rows(source, target, scaling, first, last);
                      });
 }
 

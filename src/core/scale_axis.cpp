@@ -1,11 +1,11 @@
 // Which source pixels make a pixel of a scaled picture along one axis, and how much each weighs.
 // SPDX-License-Identifier: MIT
-#include "filters/scale_axis.h"
+#include "core/scale_axis.h"
 
 #include <algorithm>
 #include <bit>
 
-namespace pixvane::filters {
+namespace pixvane {
 
 ScaleAxis::ScaleAxis(const ScaledRange& range) : range_(range) {
     const auto count = static_cast<std::size_t>(range.count);
@@ -53,4 +53,4 @@ Taps ScaleAxis::covered_taps(std::int64_t x) const {
             static_cast<std::int32_t>(end - last * size)};
 }
 
-}  // namespace pixvane::filters
+}  // namespace pixvane

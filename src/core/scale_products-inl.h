@@ -1,10 +1,10 @@
 // Sums of products of 16-bit numbers in vector code; included once for each instruction set.
 // SPDX-License-Identifier: MIT
-#if defined(PIXVANE_FILTERS_SCALE_PRODUCTS_INL_H_) == defined(HWY_TARGET_TOGGLE)
-#ifdef PIXVANE_FILTERS_SCALE_PRODUCTS_INL_H_
-#undef PIXVANE_FILTERS_SCALE_PRODUCTS_INL_H_
+#if defined(PIXVANE_CORE_SCALE_PRODUCTS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_CORE_SCALE_PRODUCTS_INL_H_
+#undef PIXVANE_CORE_SCALE_PRODUCTS_INL_H_
 #else
-#define PIXVANE_FILTERS_SCALE_PRODUCTS_INL_H_
+#define PIXVANE_CORE_SCALE_PRODUCTS_INL_H_
 #endif
 
 #include <cstdint>
@@ -13,8 +13,7 @@
 
 #if PIXVANE_VECTORS
 HWY_BEFORE_NAMESPACE();
-namespace pixvane::filters::HWY_NAMESPACE {
-using namespace pixvane::HWY_NAMESPACE;
+namespace pixvane::HWY_NAMESPACE {
 
 using ShortTag = hn::Repartition<std::int16_t, PixelTag>;
 using ShortVec = hn::Vec<ShortTag>;
@@ -32,7 +31,7 @@ HWY_INLINE IntVec add_products(IntVec sum, ShortVec a, ShortVec b) {
 #endif
 }
 
-}  // namespace pixvane::filters::HWY_NAMESPACE
+}  // namespace pixvane::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 #endif  // PIXVANE_VECTORS
 

@@ -1,10 +1,10 @@
 // Sums along rows, tried in floats; included once for each instruction set.
 // SPDX-License-Identifier: MIT
-#if defined(PIXVANE_FILTERS_SCALE_FLOATS_INL_H_) == defined(HWY_TARGET_TOGGLE)
-#ifdef PIXVANE_FILTERS_SCALE_FLOATS_INL_H_
-#undef PIXVANE_FILTERS_SCALE_FLOATS_INL_H_
+#if defined(PIXVANE_CORE_SCALE_FLOATS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_CORE_SCALE_FLOATS_INL_H_
+#undef PIXVANE_CORE_SCALE_FLOATS_INL_H_
 #else
-#define PIXVANE_FILTERS_SCALE_FLOATS_INL_H_
+#define PIXVANE_CORE_SCALE_FLOATS_INL_H_
 #endif
 
 #include <hwy/aligned_allocator.h>
@@ -12,13 +12,12 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "filters/scale_axis.h"
-#include "filters/scale_columns-inl.h"
+#include "core/scale_axis.h"
+#include "core/scale_columns-inl.h"
 
 #if PIXVANE_VECTORS
 HWY_BEFORE_NAMESPACE();
-namespace pixvane::filters::HWY_NAMESPACE {
-using namespace pixvane::HWY_NAMESPACE;
+namespace pixvane::HWY_NAMESPACE {
 
 // Four sums of one pixel in each block of 16 bytes, as floats.
 using FloatTag = hn::RebindToFloat<IntTag>;
@@ -124,7 +123,7 @@ private:
     float bias_ = 0;
 };
 
-}  // namespace pixvane::filters::HWY_NAMESPACE
+}  // namespace pixvane::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 #endif  // PIXVANE_VECTORS
 

@@ -3,11 +3,11 @@
 // Sums of channels times weights take 16 bits along a row (255 * 256) and 24 bits in all: rows are widened
 // first, each source row once, then neighbours among them are mixed. No rounding comes before the last one.
 // SPDX-License-Identifier: MIT
-#if defined(PIXVANE_FILTERS_SCALE_BILINEAR_INL_H_) == defined(HWY_TARGET_TOGGLE)
-#ifdef PIXVANE_FILTERS_SCALE_BILINEAR_INL_H_
-#undef PIXVANE_FILTERS_SCALE_BILINEAR_INL_H_
+#if defined(PIXVANE_CORE_SCALE_BILINEAR_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_CORE_SCALE_BILINEAR_INL_H_
+#undef PIXVANE_CORE_SCALE_BILINEAR_INL_H_
 #else
-#define PIXVANE_FILTERS_SCALE_BILINEAR_INL_H_
+#define PIXVANE_CORE_SCALE_BILINEAR_INL_H_
 #endif
 
 #include <algorithm>
@@ -15,13 +15,12 @@
 #include <cstring>
 
 #include "core/pixel_runs-inl.h"
-#include "filters/scale.h"
-#include "filters/scale_products-inl.h"
+#include "core/scale.h"
+#include "core/scale_products-inl.h"
 
 #if PIXVANE_VECTORS
 HWY_BEFORE_NAMESPACE();
-namespace pixvane::filters::HWY_NAMESPACE {
-using namespace pixvane::HWY_NAMESPACE;
+namespace pixvane::HWY_NAMESPACE {
 
 constexpr std::int32_t kLanes = static_cast<std::int32_t>(hn::MaxLanes(PixelTag()));
 
@@ -259,7 +258,7 @@ HWY_INLINE bool halve_rows(const Pixel* upper, const Pixel* lower, Pixel* to, st
     return hn::AllTrue(d, hn::Eq(hn::ShiftRight<24>(common), hn::Set(d, 0xFF)));
 }
 
-}  // namespace pixvane::filters::HWY_NAMESPACE
+}  // namespace pixvane::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 #endif  // PIXVANE_VECTORS
 

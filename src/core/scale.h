@@ -5,9 +5,9 @@
 #include <cstdint>
 
 #include "core/pixel_buffer.h"
-#include "filters/scale_axis.h"
+#include "core/scale_axis.h"
 
-namespace pixvane::filters {
+namespace pixvane {
 
 /// How a picture, or a rectangle of it, is brought to another size; made once, then run on as many bands of
 /// rows as wanted.
@@ -53,4 +53,4 @@ void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scal
                 std::int32_t last);
 }
 
-}  // namespace pixvane::filters
+}  // namespace pixvane

@@ -1,9 +1,9 @@
 // Scaling: bilinear, and by the mean of what a pixel covers where a picture shrinks below one half.
 // SPDX-License-Identifier: MIT
-#include "filters/scale.h"
+#include "core/scale.h"
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "filters/scale.cpp"
+#define HWY_TARGET_INCLUDE "core/scale.cpp"
 #include <hwy/foreach_target.h>  // this file once for each instruction set
 
 #include <cstring>
@@ -12,11 +12,11 @@
 
 #include "core/compose.h"
 #include "core/kernel_path.h"
-#include "filters/scale_bilinear-inl.h"
-#include "filters/scale_sums-inl.h"
+#include "core/scale_bilinear-inl.h"
+#include "core/scale_sums-inl.h"
 
 #if HWY_ONCE
-namespace pixvane::filters {
+namespace pixvane {
 namespace {
 
 std::uint64_t weight_of(const ScaleAxis& axis, const Taps& taps, std::int32_t i) {
@@ -73,11 +73,11 @@ void plain::scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scalin
     }
 }
 
-}  // namespace pixvane::filters
+}  // namespace pixvane
 #endif
 
 HWY_BEFORE_NAMESPACE();
-namespace pixvane::filters::HWY_NAMESPACE {
+namespace pixvane::HWY_NAMESPACE {
 #if PIXVANE_VECTORS
 
 void scale_rows_by_sums(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
@@ -236,11 +236,11 @@ void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scal
 #else
 using plain::scale_rows;
 #endif
-}  // namespace pixvane::filters::HWY_NAMESPACE
+}  // namespace pixvane::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace pixvane::filters {
+namespace pixvane {
 
 HWY_EXPORT(scale_rows);
 
@@ -266,5 +266,5 @@ void scale(ConstPixelBuffer source, PixelBuffer target) {
                target.height);
 }
 
-}  // namespace pixvane::filters
+}  // namespace pixvane
 #endif

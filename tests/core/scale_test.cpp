@@ -1,6 +1,6 @@
 // Tests of scaling.
 // SPDX-License-Identifier: MIT
-#include "filters/scale.h"
+#include "core/scale.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ namespace {
 
 Picture scaled(const Picture& source, std::int32_t width, std::int32_t height) {
     Picture target(width, height);
-    filters::scale(source.view(), target.view());
+    scale(source.view(), target.view());
     return target;
 }
 
@@ -112,8 +112,7 @@ TEST(Scale, computes_parts_as_they_are_in_the_whole) {
          {std::pair{31, 20}, std::pair{60, 50}, std::pair{90, 70}, std::pair{200, 333}, std::pair{20, 150}}) {
         const Picture whole = scaled(source, width, height);
         Picture part(17, 9);
-        filters::scale_rows(source.view(), part.view(),
-                            {{0, 90, width, 3, 17}, {0, 70, height, height - 9, 9}}, 0, 9);
+        scale_rows(source.view(), part.view(), {{0, 90, width, 3, 17}, {0, 70, height, height - 9, 9}}, 0, 9);
         for (std::int32_t y = 0; y < 9; ++y) {
             for (std::int32_t x = 0; x < 17; ++x)
                 ASSERT_EQ(part.at(x, y), whole.at(x + 3, y + height - 9))
@@ -130,8 +129,8 @@ TEST(Scale, of_a_rectangle_sees_nothing_beyond_it) {
     for (const auto& [width, height] :
          {std::pair{7, 5}, std::pair{23, 19}, std::pair{18, 40}, std::pair{60, 4}}) {
         Picture target(width, height);
-        filters::scale_rows(source.view(), target.view(),
-                            {{60, 23, width, 0, width}, {40, 19, height, 0, height}}, 0, height);
+        scale_rows(source.view(), target.view(), {{60, 23, width, 0, width}, {40, 19, height, 0, height}}, 0,
+                   height);
         EXPECT_TRUE(same_pixels(scaled(cut, width, height), target)) << width;
     }
 }
@@ -142,7 +141,7 @@ void expect_plain_result(const Picture& source, std::int32_t width, std::int32_t
     Picture expected(width, height);
     {
         const PlainScope plain;
-        filters::scale(source.view(), expected.view());
+        scale(source.view(), expected.view());
     }
     ASSERT_TRUE(same_pixels(expected, scaled(source, width, height)))
         << source.width << " x " << source.height << " to " << width << " x " << height;

@@ -7,7 +7,7 @@
 #include <numeric>
 #include <vector>
 
-namespace pixvane::filters {
+namespace pixvane {
 
 /// `length` source pixels from `from` on are brought to `size` pixels, of which `count` from `first` on are
 /// wanted. 1 <= length <= kMaxSide, 1 <= size < 2^31, 0 <= first, 1 <= count, first + count <= size.
@@ -81,4 +81,4 @@ private:
     std::int32_t unusedBits_ = 0;
 };
 
-}  // namespace pixvane::filters
+}  // namespace pixvane

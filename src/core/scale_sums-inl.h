@@ -6,11 +6,11 @@
 // far above the error of a double. Opaque pixels with few neighbours are tried in floats first, and done in
 // doubles only where the float is so close to the middle of two results that it can't tell.
 // SPDX-License-Identifier: MIT
-#if defined(PIXVANE_FILTERS_SCALE_SUMS_INL_H_) == defined(HWY_TARGET_TOGGLE)
-#ifdef PIXVANE_FILTERS_SCALE_SUMS_INL_H_
-#undef PIXVANE_FILTERS_SCALE_SUMS_INL_H_
+#if defined(PIXVANE_CORE_SCALE_SUMS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_CORE_SCALE_SUMS_INL_H_
+#undef PIXVANE_CORE_SCALE_SUMS_INL_H_
 #else
-#define PIXVANE_FILTERS_SCALE_SUMS_INL_H_
+#define PIXVANE_CORE_SCALE_SUMS_INL_H_
 #endif
 
 #include <hwy/aligned_allocator.h>
@@ -22,14 +22,13 @@
 #include <optional>
 
 #include "core/pixel_runs-inl.h"
-#include "filters/scale.h"
-#include "filters/scale_columns-inl.h"
-#include "filters/scale_floats-inl.h"
+#include "core/scale.h"
+#include "core/scale_columns-inl.h"
+#include "core/scale_floats-inl.h"
 
 #if PIXVANE_VECTORS
 HWY_BEFORE_NAMESPACE();
-namespace pixvane::filters::HWY_NAMESPACE {
-using namespace pixvane::HWY_NAMESPACE;
+namespace pixvane::HWY_NAMESPACE {
 
 // Four sums of one pixel, as doubles.
 using SumTag = hn::CappedTag<double, 4>;
@@ -364,7 +363,7 @@ private:
     std::optional<FloatWeights> floats_;  // made for the first opaque row
 };
 
-}  // namespace pixvane::filters::HWY_NAMESPACE
+}  // namespace pixvane::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 #endif  // PIXVANE_VECTORS
 

@@ -1,21 +1,20 @@
 // Columns of pixels added up with weights, in vector code; included once for each instruction set.
 // SPDX-License-Identifier: MIT
-#if defined(PIXVANE_FILTERS_SCALE_COLUMNS_INL_H_) == defined(HWY_TARGET_TOGGLE)
-#ifdef PIXVANE_FILTERS_SCALE_COLUMNS_INL_H_
-#undef PIXVANE_FILTERS_SCALE_COLUMNS_INL_H_
+#if defined(PIXVANE_CORE_SCALE_COLUMNS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_CORE_SCALE_COLUMNS_INL_H_
+#undef PIXVANE_CORE_SCALE_COLUMNS_INL_H_
 #else
-#define PIXVANE_FILTERS_SCALE_COLUMNS_INL_H_
+#define PIXVANE_CORE_SCALE_COLUMNS_INL_H_
 #endif
 
 #include <cstdint>
 
 #include "core/pixel_runs-inl.h"
-#include "filters/scale_products-inl.h"
+#include "core/scale_products-inl.h"
 
 #if PIXVANE_VECTORS
 HWY_BEFORE_NAMESPACE();
-namespace pixvane::filters::HWY_NAMESPACE {
-using namespace pixvane::HWY_NAMESPACE;
+namespace pixvane::HWY_NAMESPACE {
 
 constexpr std::int32_t kColumns = static_cast<std::int32_t>(hn::MaxLanes(PixelTag()));
 
@@ -136,7 +135,7 @@ HWY_INLINE void add_weighted(Sums& sums, PixelVec pixels, IntVec weight) {
     sums.v3 = add(sums.v3, hn::InterleaveUpper(d16, second, zero16));
 }
 
-}  // namespace pixvane::filters::HWY_NAMESPACE
+}  // namespace pixvane::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 #endif  // PIXVANE_VECTORS
 
