@@ -34,6 +34,7 @@ from types import TracebackType
 from typing import Any, Callable, Iterable, List, Literal, Optional, Type, Union, overload
 
 from ._errors import PixvaneError as PixvaneError
+from ._macros import MacroStep as MacroStep
 from ._table import Argument as Argument, Member as Member
 from ._window import Window as Window
 
@@ -77,6 +78,9 @@ class Pixvane:
     @property
     def window(self) -> Window:
         """The window that the control is shown in: what happens to it, and what it shows."""
+
+    def macro_steps(self) -> List[MacroStep]:
+        """The steps of the macro, as a list of MacroStep."""
 '''
 
 

@@ -591,6 +591,379 @@ public:
         static const std::int32_t member = pixvane_find_member("EndUpdate");
         call("EndUpdate", member);
     }
+
+    // ---- Pen ----
+
+    /// Width of outlines in pixels.
+    std::int32_t PenWidth() {
+        static const std::int32_t member = pixvane_find_member("PenWidth");
+        return call("PenWidth", member).i;
+    }
+    /// Width of outlines in pixels.
+    /// Value: integer, 1 to 8, slider 1 to 8, default 1.
+    void put_PenWidth(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("PenWidth");
+        call("PenWidth", member, to_value(Value));
+    }
+    /// Outlines: 0 solid, 1 to 4 dashed, others none.
+    std::int32_t PenStyle() {
+        static const std::int32_t member = pixvane_find_member("PenStyle");
+        return call("PenStyle", member).i;
+    }
+    /// Outlines: 0 solid, 1 to 4 dashed, others none.
+    /// Value: integer, slider 0 to 4, default 0.
+    void put_PenStyle(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("PenStyle");
+        call("PenStyle", member, to_value(Value));
+    }
+    /// Colour of outlines; keeps their alpha.
+    std::uint32_t PenColor() {
+        static const std::int32_t member = pixvane_find_member("PenColor");
+        return static_cast<std::uint32_t>(call("PenColor", member).i);
+    }
+    /// Colour of outlines; keeps their alpha.
+    /// Value: color, default 0x000000.
+    void put_PenColor(std::uint32_t Value) {
+        static const std::int32_t member = pixvane_find_member("PenColor");
+        call("PenColor", member, pixvane_color(Value));
+    }
+    /// Alpha of outlines: 0 invisible, 255 opaque.
+    std::int32_t PenTransparency() {
+        static const std::int32_t member = pixvane_find_member("PenTransparency");
+        return call("PenTransparency", member).i;
+    }
+    /// Alpha of outlines: 0 invisible, 255 opaque.
+    /// Value: integer, 0 to 255, slider 0 to 255, default 255.
+    void put_PenTransparency(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("PenTransparency");
+        call("PenTransparency", member, to_value(Value));
+    }
+
+    // ---- Tools ----
+
+    /// 1: lines and shapes are smooth; others: their pixels are all or none.
+    std::int32_t SmoothMode() {
+        static const std::int32_t member = pixvane_find_member("SmoothMode");
+        return call("SmoothMode", member).i;
+    }
+    /// 1: lines and shapes are smooth; others: their pixels are all or none.
+    /// Value: integer, slider 0 to 2, default 0.
+    void put_SmoothMode(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("SmoothMode");
+        call("SmoothMode", member, to_value(Value));
+    }
+    /// Radius of the spray in pixels.
+    std::int32_t SprayRadius() {
+        static const std::int32_t member = pixvane_find_member("SprayRadius");
+        return call("SprayRadius", member).i;
+    }
+    /// Radius of the spray in pixels.
+    /// Value: integer, 8 to 50, slider 8 to 50, default 20.
+    void put_SprayRadius(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("SprayRadius");
+        call("SprayRadius", member, to_value(Value));
+    }
+    /// Size of the brush.
+    std::int32_t ToolBrushSize() {
+        static const std::int32_t member = pixvane_find_member("ToolBrushSize");
+        return call("ToolBrushSize", member).i;
+    }
+    /// Size of the brush.
+    /// Value: integer, 1 to 11, slider 1 to 11, default 5.
+    void put_ToolBrushSize(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("ToolBrushSize");
+        call("ToolBrushSize", member, to_value(Value));
+    }
+    /// Tip of the brush.
+    std::int32_t ToolBrushStyle() {
+        static const std::int32_t member = pixvane_find_member("ToolBrushStyle");
+        return call("ToolBrushStyle", member).i;
+    }
+    /// Tip of the brush.
+    /// Value: integer, 0 to 5, slider 0 to 5, default 0.
+    void put_ToolBrushStyle(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("ToolBrushStyle");
+        call("ToolBrushStyle", member, to_value(Value));
+    }
+    /// Size of the eraser.
+    std::int32_t EraserSize() {
+        static const std::int32_t member = pixvane_find_member("EraserSize");
+        return call("EraserSize", member).i;
+    }
+    /// Size of the eraser.
+    /// Value: integer, 1 to 11, slider 1 to 11, default 5.
+    void put_EraserSize(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("EraserSize");
+        call("EraserSize", member, to_value(Value));
+    }
+
+    // ---- Font ----
+
+    /// Family of texts by its number, below FontCount.
+    std::int32_t FontIndex() {
+        static const std::int32_t member = pixvane_find_member("FontIndex");
+        return call("FontIndex", member).i;
+    }
+    /// Family of texts by its number, below FontCount.
+    /// Value: integer, at least 0.
+    void put_FontIndex(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("FontIndex");
+        call("FontIndex", member, to_value(Value));
+    }
+    /// Whether texts are italic.
+    bool FontStyleItalic() {
+        static const std::int32_t member = pixvane_find_member("FontStyleItalic");
+        return call("FontStyleItalic", member).i != 0;
+    }
+    /// Whether texts are italic.
+    /// Value: boolean, default false.
+    void put_FontStyleItalic(bool Value) {
+        static const std::int32_t member = pixvane_find_member("FontStyleItalic");
+        call("FontStyleItalic", member, to_value(Value));
+    }
+    /// Whether texts are bold.
+    bool FontStyleBold() {
+        static const std::int32_t member = pixvane_find_member("FontStyleBold");
+        return call("FontStyleBold", member).i != 0;
+    }
+    /// Whether texts are bold.
+    /// Value: boolean, default false.
+    void put_FontStyleBold(bool Value) {
+        static const std::int32_t member = pixvane_find_member("FontStyleBold");
+        call("FontStyleBold", member, to_value(Value));
+    }
+    /// Whether texts are underlined.
+    bool FontStyleUnderline() {
+        static const std::int32_t member = pixvane_find_member("FontStyleUnderline");
+        return call("FontStyleUnderline", member).i != 0;
+    }
+    /// Whether texts are underlined.
+    /// Value: boolean, default false.
+    void put_FontStyleUnderline(bool Value) {
+        static const std::int32_t member = pixvane_find_member("FontStyleUnderline");
+        call("FontStyleUnderline", member, to_value(Value));
+    }
+    /// Whether texts are struck out.
+    bool FontStyleStrikeout() {
+        static const std::int32_t member = pixvane_find_member("FontStyleStrikeout");
+        return call("FontStyleStrikeout", member).i != 0;
+    }
+    /// Whether texts are struck out.
+    /// Value: boolean, default false.
+    void put_FontStyleStrikeout(bool Value) {
+        static const std::int32_t member = pixvane_find_member("FontStyleStrikeout");
+        call("FontStyleStrikeout", member, to_value(Value));
+    }
+    /// Height of texts in pixels.
+    std::int32_t FontSize() {
+        static const std::int32_t member = pixvane_find_member("FontSize");
+        return call("FontSize", member).i;
+    }
+    /// Height of texts in pixels.
+    /// Value: integer, 6 to 255, slider 6 to 255, default 16.
+    void put_FontSize(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("FontSize");
+        call("FontSize", member, to_value(Value));
+    }
+    /// How many families of fonts the machine has.
+    std::int32_t FontCount() {
+        static const std::int32_t member = pixvane_find_member("FontCount");
+        return call("FontCount", member).i;
+    }
+    /// Name of a family; empty if there is none of this number.
+    /// Index: integer, at least 0.
+    std::string FontName(std::int32_t Index) {
+        static const std::int32_t member = pixvane_find_member("FontName");
+        const pixvane_value result = call("FontName", member, to_value(Index));
+        return take<std::string>("FontName", result);
+    }
+    /// Chooses a family by its name; nothing if there is none.
+    void SetupFontByName(std::string_view Name) {
+        static const std::int32_t member = pixvane_find_member("SetupFontByName");
+        call("SetupFontByName", member, to_value(Name));
+    }
+
+    // ---- Brush ----
+
+    /// Fillings: 0 solid, 1 gradient, 2 hatch, 3 texture, from 4 on none.
+    std::int32_t BrushStyle() {
+        static const std::int32_t member = pixvane_find_member("BrushStyle");
+        return call("BrushStyle", member).i;
+    }
+    /// Fillings: 0 solid, 1 gradient, 2 hatch, 3 texture, from 4 on none.
+    /// Value: integer, at least 0, slider 0 to 3, default 0.
+    void put_BrushStyle(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("BrushStyle");
+        call("BrushStyle", member, to_value(Value));
+    }
+    /// Pattern of a hatch.
+    std::int32_t BrushHatchStyle() {
+        static const std::int32_t member = pixvane_find_member("BrushHatchStyle");
+        return call("BrushHatchStyle", member).i;
+    }
+    /// Pattern of a hatch.
+    /// Value: integer, 0 to 52, slider 0 to 52, default 0.
+    void put_BrushHatchStyle(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("BrushHatchStyle");
+        call("BrushHatchStyle", member, to_value(Value));
+    }
+    /// Tiles of a texture: 0 alike, 1 every other one flipped in x, 2 in y, 3 in both.
+    std::int32_t BrushTextureStyle() {
+        static const std::int32_t member = pixvane_find_member("BrushTextureStyle");
+        return call("BrushTextureStyle", member).i;
+    }
+    /// Tiles of a texture: 0 alike, 1 every other one flipped in x, 2 in y, 3 in both.
+    /// Value: integer, 0 to 3, slider 0 to 3, default 0.
+    void put_BrushTextureStyle(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("BrushTextureStyle");
+        call("BrushTextureStyle", member, to_value(Value));
+    }
+    /// Gradients: 0 to the right, 1 down, 2 and 3 along the diagonals.
+    std::int32_t BrushGradientStyle() {
+        static const std::int32_t member = pixvane_find_member("BrushGradientStyle");
+        return call("BrushGradientStyle", member).i;
+    }
+    /// Gradients: 0 to the right, 1 down, 2 and 3 along the diagonals.
+    /// Value: integer, 0 to 3, slider 0 to 3, default 0.
+    void put_BrushGradientStyle(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("BrushGradientStyle");
+        call("BrushGradientStyle", member, to_value(Value));
+    }
+    /// Alpha of fillings: 0 invisible, 255 opaque.
+    std::int32_t BrushTransparency() {
+        static const std::int32_t member = pixvane_find_member("BrushTransparency");
+        return call("BrushTransparency", member).i;
+    }
+    /// Alpha of fillings: 0 invisible, 255 opaque.
+    /// Value: integer, 0 to 255, slider 0 to 255, default 255.
+    void put_BrushTransparency(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("BrushTransparency");
+        call("BrushTransparency", member, to_value(Value));
+    }
+    /// Picture file of the texture; one that can't be read changes nothing.
+    std::string TextureFileName() {
+        static const std::int32_t member = pixvane_find_member("TextureFileName");
+        const pixvane_value result = call("TextureFileName", member);
+        return take<std::string>("TextureFileName", result);
+    }
+    /// Picture file of the texture; one that can't be read changes nothing.
+    void put_TextureFileName(std::string_view Value) {
+        static const std::int32_t member = pixvane_find_member("TextureFileName");
+        call("TextureFileName", member, to_value(Value));
+    }
+    /// Colour of fillings, start of a gradient, ground of a hatch.
+    std::uint32_t BrushColor1() {
+        static const std::int32_t member = pixvane_find_member("BrushColor1");
+        return static_cast<std::uint32_t>(call("BrushColor1", member).i);
+    }
+    /// Colour of fillings, start of a gradient, ground of a hatch.
+    /// Value: color, default 0xFFFFFF.
+    void put_BrushColor1(std::uint32_t Value) {
+        static const std::int32_t member = pixvane_find_member("BrushColor1");
+        call("BrushColor1", member, pixvane_color(Value));
+    }
+    /// End of a gradient, lines of a hatch.
+    std::uint32_t BrushColor2() {
+        static const std::int32_t member = pixvane_find_member("BrushColor2");
+        return static_cast<std::uint32_t>(call("BrushColor2", member).i);
+    }
+    /// End of a gradient, lines of a hatch.
+    /// Value: color, default 0x000000.
+    void put_BrushColor2(std::uint32_t Value) {
+        static const std::int32_t member = pixvane_find_member("BrushColor2");
+        call("BrushColor2", member, pixvane_color(Value));
+    }
+
+    // ---- Image stamp ----
+
+    /// How a picture is stamped into the picture.
+    std::int32_t ImageStyle() {
+        static const std::int32_t member = pixvane_find_member("ImageStyle");
+        return call("ImageStyle", member).i;
+    }
+    /// How a picture is stamped into the picture.
+    /// Value: integer, 0 to 6, slider 0 to 6, default 0.
+    void put_ImageStyle(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("ImageStyle");
+        call("ImageStyle", member, to_value(Value));
+    }
+    /// First alpha of a stamped picture.
+    std::int32_t ImageTransparency1() {
+        static const std::int32_t member = pixvane_find_member("ImageTransparency1");
+        return call("ImageTransparency1", member).i;
+    }
+    /// First alpha of a stamped picture.
+    /// Value: integer, 0 to 255, slider 0 to 255, default 255.
+    void put_ImageTransparency1(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("ImageTransparency1");
+        call("ImageTransparency1", member, to_value(Value));
+    }
+    /// Second alpha of a stamped picture.
+    std::int32_t ImageTransparency2() {
+        static const std::int32_t member = pixvane_find_member("ImageTransparency2");
+        return call("ImageTransparency2", member).i;
+    }
+    /// Second alpha of a stamped picture.
+    /// Value: integer, 0 to 255, slider 0 to 255, default 255.
+    void put_ImageTransparency2(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("ImageTransparency2");
+        call("ImageTransparency2", member, to_value(Value));
+    }
+    /// Colour that a stamped picture leaves out while UseImageMaskColor is on.
+    std::uint32_t ImageMaskColor() {
+        static const std::int32_t member = pixvane_find_member("ImageMaskColor");
+        return static_cast<std::uint32_t>(call("ImageMaskColor", member).i);
+    }
+    /// Colour that a stamped picture leaves out while UseImageMaskColor is on.
+    /// Value: color, default 0xFFFFFF.
+    void put_ImageMaskColor(std::uint32_t Value) {
+        static const std::int32_t member = pixvane_find_member("ImageMaskColor");
+        call("ImageMaskColor", member, pixvane_color(Value));
+    }
+    /// Whether ImageMaskColor is left out.
+    bool UseImageMaskColor() {
+        static const std::int32_t member = pixvane_find_member("UseImageMaskColor");
+        return call("UseImageMaskColor", member).i != 0;
+    }
+    /// Whether ImageMaskColor is left out.
+    /// Value: boolean, default false.
+    void put_UseImageMaskColor(bool Value) {
+        static const std::int32_t member = pixvane_find_member("UseImageMaskColor");
+        call("UseImageMaskColor", member, to_value(Value));
+    }
+
+    // ---- Macros ----
+
+    /// Starts a macro with all drawing settings, and records what follows.
+    void BeginMacros() {
+        static const std::int32_t member = pixvane_find_member("BeginMacros");
+        call("BeginMacros", member);
+    }
+    /// Ends the recording; the macro stays.
+    void EndMacros() {
+        static const std::int32_t member = pixvane_find_member("EndMacros");
+        call("EndMacros", member);
+    }
+    /// Whether a macro is being recorded.
+    bool Recording() {
+        static const std::int32_t member = pixvane_find_member("Recording");
+        return call("Recording", member).i != 0;
+    }
+    /// Saves the macro; false if it has no steps or can't be written.
+    bool SaveMacros(std::string_view Path) {
+        static const std::int32_t member = pixvane_find_member("SaveMacros");
+        return call("SaveMacros", member, to_value(Path)).i != 0;
+    }
+    /// Loads a macro; false, and it is empty, if that fails.
+    bool LoadMacros(std::string_view Path) {
+        static const std::int32_t member = pixvane_find_member("LoadMacros");
+        return call("LoadMacros", member, to_value(Path)).i != 0;
+    }
+    /// Replays the macro on the picture; drawing settings are afterwards as before.
+    void PlayMacros() {
+        static const std::int32_t member = pixvane_find_member("PlayMacros");
+        call("PlayMacros", member);
+    }
     // clang-format on
 };
 

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "api/host_adapter.h"
+#include "api/shown_steps.h"
 #include "control/cpixvane.h"
 #include "pixvane/pixvane.h"
 
@@ -18,6 +19,7 @@ struct pixvane_control {
     std::unique_ptr<pixvane::Rasterizer> rasterizer;
     pixvane::CPixvane control;
     pixvane::Result result;  // of the last invoke, until it is taken
+    pixvane::ShownSteps shownSteps;
 
     // The thread that is inside, and how deep; a call-back may call in again.
     std::atomic<std::thread::id> owner{};

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "control/events.h"
@@ -13,38 +14,35 @@
 #include "core/image_store.h"
 #include "core/parallel_rows.h"
 #include "draw/draw_settings.h"
+#include "macros/macro_script.h"
 #include "view/scroll_window.h"
 
 namespace pixvane {
 
 struct Row;
 
-/// Receives every command while it is being recorded, with the caller's own arguments and before anything is
-/// checked.
-class CommandRecorder {
-public:
-    virtual ~CommandRecorder() = default;
-    virtual void record(const Row& command, std::span<const Value> arguments) = 0;
-};
-
 /// Members keep their published names; the table (member_table.h) says what hosts may call. Bad arguments
 /// make a member do nothing.
 class CPixvane {
 public:
     explicit CPixvane(const Ports& ports)
-        : store_(ports.codec, ports.files), window_(ports.window), rasterizer_(ports.rasterizer) {}
+        : store_(ports.codec, ports.files),
+          files_(ports.files),
+          window_(ports.window),
+          rasterizer_(ports.rasterizer) {}
 
     ImageStore& store() { return store_; }
     Events& events() { return events_; }
     Rasterizer& rasterizer() { return rasterizer_; }
     /// What the user or a macro draws with.
     DrawSettings& settings() { return settings_; }
-    /// Null while nothing is recorded.
-    void set_recorder(CommandRecorder* recorder) { recorder_ = recorder; }
+    const MacroScript& macro() const { return macro_; }
 
     // The pipeline of a command is: record, run on the store, Repaint.
-    void record(const Row& command, std::span<const Value> arguments) {
-        if (recorder_ != nullptr) recorder_->record(command, arguments);
+    /// Adds a step to the macro while one is recorded: the caller's own arguments, before anything is
+    /// checked.
+    void record(const Row& row, std::span<const Value> arguments) {
+        if (recording_) append_step(row, arguments);
     }
     /// Tells the window that the view has changed; nothing while updates are suspended or before the first
     /// resize.
@@ -102,6 +100,8 @@ public:
     ScrollWindow& scroll_window() { return scrollWindow_; }
 
     // View.
+    /// The tool that is chosen; 0: none.
+    std::int32_t PaintStatus() { return 0; }
     void BeginUpdate() { updatesSuspended_ = true; }
     void EndUpdate();
     double Zoom() { return store_.view.zoom(); }
@@ -117,17 +117,42 @@ public:
     /// Fires OnDropFile; the picture stays.
     void file_dropped(std::string_view path);
 
+    // Fonts.
+    std::int32_t FontCount();
+    /// Empty if there is no such family.
+    std::string FontName(std::int32_t index);
+    /// Chooses a family by its name; nothing if there is none.
+    void SetupFontByName(std::string_view name);
+    /// The family that text is drawn in until another is chosen.
+    std::int32_t default_font_index();
+
+    // Textures.
+    std::string TextureFileName() { return settings_.brush.textureFileName; }
+    void put_TextureFileName(std::string_view fileName);
+
+    // Macros.
+    void BeginMacros();
+    void EndMacros() { recording_ = false; }
+    bool Recording() { return recording_; }
+    bool SaveMacros(std::string_view path);
+    bool LoadMacros(std::string_view path);
+    void PlayMacros();
+
 private:
+    void append_step(const Row& row, std::span<const Value> arguments);
     std::optional<filters::Histogram> histogram(filters::Channel channel);
     void put_color(Pixel& setting, Color color);
 
     WorkerThreads workers_;
     ImageStore store_;
+    FileSystem& files_;
     HostWindow& window_;
     Rasterizer& rasterizer_;
     DrawSettings settings_;
     Events events_;
-    CommandRecorder* recorder_ = nullptr;
+    MacroScript macro_;
+    bool recording_ = false;
+    bool playingMacro_ = false;
     ScrollWindow scrollWindow_;
     Pixel backColor1_ = 0xFF00008B;
     bool autoResize_ = false;

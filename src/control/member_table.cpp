@@ -8,11 +8,23 @@
 namespace pixvane {
 namespace {
 
-std::vector<Row> join_rows() {
+/// Of all parts of the table either the members or the steps that no member has.
+std::vector<Row> join_rows(bool steps) {
     std::vector<Row> all;
-    for (auto part : {document_rows, adjust_rows, area_rows, effect_rows, geometry_rows, view_rows})
-        for (Row& row : part()) all.push_back(std::move(row));
+    for (auto part : {document_rows, adjust_rows, area_rows, effect_rows, geometry_rows, view_rows,
+                      settings_rows, macro_rows, step_rows})
+        for (Row& row : part())
+            if ((row.type == MemberType::Step) == steps) all.push_back(std::move(row));
     return all;
+}
+
+std::vector<const Row*> sorted_by_code() {
+    std::vector<const Row*> index;
+    for (const auto rows : {member_table(), step_table()})
+        for (const Row& row : rows)
+            if (row.macroCode >= 0 && row.plays) index.push_back(&row);
+    std::ranges::sort(index, {}, &Row::macroCode);
+    return index;
 }
 
 std::vector<const Row*> sorted_by_name() {
@@ -32,8 +44,27 @@ const Row* find(std::string_view name) {
 }  // namespace
 
 std::span<const Row> member_table() {
-    static const std::vector<Row> rows = join_rows();
+    static const std::vector<Row> rows = join_rows(false);
     return rows;
+}
+
+std::span<const Row> setting_table() {
+    static const auto first =
+        std::ranges::find_if(member_table(), [](const Row& row) { return row.snapshot; });
+    static const auto last =
+        std::find_if(first, member_table().end(), [](const Row& row) { return !row.snapshot; });
+    return {first, last};
+}
+
+std::span<const Row> step_table() {
+    static const std::vector<Row> rows = join_rows(true);
+    return rows;
+}
+
+const Row* find_step(std::int32_t code) {
+    static const std::vector<const Row*> index = sorted_by_code();
+    const auto found = std::ranges::lower_bound(index, code, {}, &Row::macroCode);
+    return found != index.end() && (*found)->macroCode == code ? *found : nullptr;
 }
 
 const Row* find_member(std::string_view name) {
@@ -46,6 +77,19 @@ const Row* find_event(std::string_view name) {
     return row != nullptr && row->type == MemberType::Event ? row : nullptr;
 }
 
+Row recorded_only(Row row) {
+    row.plays = false;
+    return row;
+}
+
+Result detail::call_command(const Row& row, CPixvane& control, std::span<const Value> values) {
+    if (row.records == Records::Before) control.record(row, values);
+    const bool ran = row.apply(row, control, values);
+    if (ran && row.records == Records::IfRun) control.record(row, values);
+    control.Repaint();
+    return {};
+}
+
 Status invoke(const Row& row, CPixvane& control, std::span<const Value> arguments, Result& result) {
     Row::Thunk thunk = row.callThunk;
     std::size_t wanted = row.arguments.size();
@@ -56,8 +100,11 @@ Status invoke(const Row& row, CPixvane& control, std::span<const Value> argument
             wanted = 0;
     }
     if (thunk == nullptr || arguments.size() != wanted) return Status::Count;
-    for (std::size_t i = 0; i < wanted; ++i)
+    for (std::size_t i = 0; i < wanted; ++i) {
         if (!fits(row.arguments[i].kind, arguments[i].kind)) return Status::Type;
+        const bool isByte = arguments[i].i >= 0 && arguments[i].i <= 255;
+        if (row.arguments[i].field == Field::Byte && !isByte) return Status::Type;
+    }
     result = thunk(row, control, arguments);
     return Status::Ok;
 }

@@ -84,10 +84,11 @@ std::vector<Row> geometry_rows() {
     const Range factors{0.00001, kMaxSide};
     return {
         command("ClearImage", 150, clear_image, canvas, "Fills the picture with BitmapBackColor."),
-        command("SetNewSize", 63, set_new_size, canvas,
-                "Cuts or enlarges the canvas on the right and at the bottom, without scaling.",
-                {{.name = "Width", .slider = {1, 8000}, .initial = 800, .accepts = sides},
-                 {.name = "Height", .slider = {1, 8000}, .initial = 600, .accepts = sides}}),
+        recorded_only(command("SetNewSize", 63, set_new_size, canvas,
+                              "Cuts or enlarges the canvas on the right and at the bottom, without scaling.",
+                              {{.name = "Width", .slider = {1, 8000}, .initial = 800, .accepts = sides},
+                               {.name = "Height", .slider = {1, 8000}, .initial = 600, .accepts = sides}})),
+        step("Resize", 149, set_new_size, {{.name = "Width"}, {.name = "Height"}}),
         command("RotateFlip", 37, rotate_flip, canvas,
                 "Turns clockwise by nType quarter turns; from 4 on, then flips left to right.",
                 {{.name = "nType", .slider = {0, 7}, .initial = 1, .accepts = {0, 7}}}),

@@ -72,10 +72,14 @@ bool ImageStore::NewImage(std::int64_t width, std::int64_t height) {
 
 bool ImageStore::LoadImage(const std::string& path) {
     Empty();
+    DecodedImage image;
+    return read_picture(path, image) && load_decoded(std::move(image));
+}
+
+bool ImageStore::read_picture(const std::string& path, DecodedImage& image) const {
     return false_without_memory([&] {
         ByteBuffer file;
-        DecodedImage image;
-        return files_.read(path, file) && codec_.decode(file, 0, image) && load_decoded(std::move(image));
+        return files_.read(path, file) && codec_.decode(file, 0, image);
     });
 }
 

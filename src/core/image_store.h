@@ -54,6 +54,8 @@ public:
     bool IsImageFile(const std::string& path) const;
     /// The bytes of a 24-bit BMP file of the current picture over white; false if empty.
     bool encode_picture(ByteBuffer& file) const;
+    /// The first frame of a picture file, without making it the document.
+    bool read_picture(const std::string& path, DecodedImage& image) const;
     /// Whether the bytes are a picture file; decodes its first frame.
     bool decode_picture(ByteSpan file, DecodedImage& image) const;
 

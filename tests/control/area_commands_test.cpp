@@ -80,30 +80,24 @@ TEST(AreaCommands, emboss_looks_into_eight_directions) {
 }
 
 TEST(AreaCommands, user_effect_is_recorded_after_it_ran) {
-    struct Recorder final : CommandRecorder {
-        TestControl* control = nullptr;
-        std::vector<std::size_t> sizes;
-        void record(const Row&, std::span<const Value> arguments) override {
-            EXPECT_TRUE(control->is("UndoEnable"));
-            sizes.push_back(arguments[0].size);
-        }
-    };
     const std::vector<std::int32_t> zeros(9, 0);
     const std::vector<std::int32_t> ones(25, 1);
     TestControl c;
-    Recorder recorder;
-    recorder.control = &c;
-    c.control.set_recorder(&recorder);
+    c.call("BeginMacros");
+    const MacroScript& macro = c.control.macro();
+    const std::size_t steps = macro.codes().size();
+    const std::size_t bytes = macro.arguments().size();
     c.call("UserEffect", {numbers(zeros)});
-    EXPECT_TRUE(recorder.sizes.empty()) << "without a picture";
+    EXPECT_EQ(macro.codes().size(), steps) << "without a picture";
     c.load(test::random_picture(6, 6, 1));
     c.call("UserEffect", {Value{}});
     c.call("UserEffect", {numbers(std::vector<std::int32_t>(10, 1))});
-    EXPECT_TRUE(recorder.sizes.empty());
+    EXPECT_EQ(macro.codes().size(), steps);
     c.call("UserEffect", {numbers(zeros)});
     EXPECT_TRUE(test::same_pixels(Picture(6, 6, kOpaque).view(), c.picture()));
     c.call("UserEffect", {numbers(ones)});
-    EXPECT_EQ(recorder.sizes, (std::vector<std::size_t>{9, 25}));
+    EXPECT_EQ(macro.codes().size(), steps + 2);
+    EXPECT_EQ(macro.arguments().size(), bytes + 2 * 4 + (9 + 25) * 4);
 }
 
 }  // namespace

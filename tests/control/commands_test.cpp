@@ -5,78 +5,21 @@
 
 #include <algorithm>
 #include <cmath>
-#include <deque>
 #include <vector>
 
+#include "control/random_calls.h"
 #include "control/test_control.h"
-#include "core/pixel_memory.h"
 #include "core/random.h"
 #include "support/instruction_sets.h"
 
 namespace pixvane {
 namespace {
 
+using test::commands, test::describe, test::random_arguments;
+using test::MemoryScope;
 using test::Picture;
 using test::TestControl;
 using test::TestRandom;
-
-std::vector<const Row*> commands() {
-    std::vector<const Row*> list;
-    for (const Row& row : member_table())
-        if (row.edits) list.push_back(&row);
-    return list;
-}
-
-/// An argument that the command accepts: of the slider, or now and then anywhere.
-Value random_argument(const Arg& argument, TestRandom& random) {
-    constexpr double kFarAway = 1000;
-    const auto between = [&](double low, double high) {
-        return low + (high - low) * (random.next() / 4294967295.0);
-    };
-    double low = argument.slider.is_given() ? argument.slider.minimum : -100;
-    double high = argument.slider.is_given() ? argument.slider.maximum : 100;
-    // Sizes stay small: it is their arithmetic that is tested, not the memory.
-    high = std::min(high, 300.0);
-    if (random.below(4) == 0) {
-        low = argument.accepts.is_given() ? std::max(argument.accepts.minimum, -kFarAway) : -kFarAway;
-        high = argument.accepts.is_given() ? std::min(argument.accepts.maximum, kFarAway) : kFarAway;
-    }
-    if (argument.kind == Kind::Double) return test::real(between(low, high));
-    if (argument.kind == Kind::Color) return test::color(random.next());
-    if (argument.kind == Kind::Int32Array) {
-        // A kernel: small weights that add up to anything, 0 among them.
-        static std::deque<std::vector<std::int32_t>> kernels;
-        std::vector<std::int32_t>& kernel = kernels.emplace_back(random.below(2) == 0 ? 9 : 25);
-        for (std::int32_t& weight : kernel) weight = static_cast<std::int32_t>(random.below(7)) - 3;
-        return {Kind::Int32Array, 0, 0, kernel.data(), kernel.size()};
-    }
-    return test::integer(static_cast<std::int32_t>(std::lround(between(std::ceil(low), std::floor(high)))));
-}
-
-std::vector<Value> random_arguments(const Row& row, TestRandom& random) {
-    std::vector<Value> values;
-    for (const Arg& argument : row.arguments) values.push_back(random_argument(argument, random));
-    return values;
-}
-
-std::string describe(const Row& row, const std::vector<Value>& values) {
-    std::string text = std::string(row.name) + "(";
-    for (const Value& value : values)
-        text += (value.kind == Kind::Double ? std::to_string(value.d) : std::to_string(value.i)) + " ";
-    return text + ")";
-}
-
-/// Limits the memory of all pictures while it lives: what would become larger does nothing then.
-class MemoryScope {
-public:
-    explicit MemoryScope(std::uint64_t bytes) { PixelMemory::instance().set_limit(bytes); }
-    ~MemoryScope() { PixelMemory::instance().set_limit(limit_); }
-    MemoryScope(const MemoryScope&) = delete;
-    MemoryScope& operator=(const MemoryScope&) = delete;
-
-private:
-    std::uint64_t limit_ = PixelMemory::instance().limit();
-};
 
 Picture run(const Row& row, const Picture& picture, const std::vector<Value>& values) {
     TestControl c;
@@ -193,35 +136,31 @@ TEST(Commands, are_undone_and_redone) {
 }
 
 TEST(Commands, are_recorded_first_and_shown_last_even_without_a_picture) {
-    struct Recorder final : CommandRecorder {
-        std::vector<std::string> steps;
-        void record(const Row& command, std::span<const Value> arguments) override {
-            steps.push_back(describe(command, {arguments.begin(), arguments.end()}));
-        }
-    };
     for (const Row* row : commands()) {
         TestRandom random(13);
         TestControl c;
-        Recorder recorder;
         c.control.window_resized(100, 100);
-        c.control.set_recorder(&recorder);
+        c.call("BeginMacros");
+        const std::size_t before = c.control.macro().codes().size();
+        const auto recorded = [&] { return c.control.macro().codes().subspan(before); };
         const std::vector<Value> values = random_arguments(*row, random);
         c.window.frames = 0;
         const std::uint32_t state = thread_random().state();
         Result result;
         ASSERT_EQ(invoke(*row, c.control, values, result), Status::Ok);
         if (row->records == Records::IfRun) {
-            EXPECT_TRUE(recorder.steps.empty());
+            EXPECT_TRUE(recorded().empty());
             continue;
         }
-        EXPECT_EQ(recorder.steps, std::vector<std::string>{describe(*row, values)});
+        ASSERT_EQ(recorded().size(), 1u);
+        EXPECT_EQ(recorded().front(), row->macroCode);
         EXPECT_EQ(c.window.frames, 1);
         EXPECT_EQ(thread_random().state(), state) << "draws on an empty control";
         EXPECT_TRUE(c.is("IsEmpty"));
         c.load(test::random_picture(5, 5, 1));
         c.call("Undo");
         c.call("Redo");
-        EXPECT_EQ(recorder.steps.size(), 1u);
+        EXPECT_EQ(recorded().size(), 1u);
     }
 }
 

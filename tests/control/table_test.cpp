@@ -42,14 +42,24 @@ TEST(Table, names_and_describes_every_member_once) {
     EXPECT_EQ(find_member(""), nullptr);
 }
 
-TEST(Table, gives_each_macro_code_to_one_command) {
-    std::map<std::int32_t, std::string> codes;
+TEST(Table, gives_each_macro_code_to_one_row_that_plays_it) {
+    std::map<std::int32_t, const Row*> codes;
+    const auto add = [&](const Row& row) {
+        if (row.macroCode < 0) return;
+        const Row* player = find_step(row.macroCode);
+        ASSERT_NE(player, nullptr) << row.name;
+        EXPECT_EQ(row.plays, player == &row) << row.name;
+        EXPECT_TRUE(!row.plays || codes.emplace(row.macroCode, &row).second) << row.name;
+    };
     for (const Row& row : member_table()) {
-        EXPECT_EQ(row.edits, row.macroCode >= 0) << row.name;
-        // SetNewSize is recorded under the code of ScaleImage, and played as such.
-        if (!row.edits || row.name == std::string("SetNewSize")) continue;
-        EXPECT_TRUE(codes.emplace(row.macroCode, row.name).second) << row.name;
+        EXPECT_EQ(row.edits || row.snapshot != nullptr, row.macroCode >= 0) << row.name;
+        add(row);
     }
+    for (const Row& row : step_table()) add(row);
+    // SetNewSize is recorded under the code of ScaleImage, and played as such.
+    EXPECT_EQ(find_step(63)->name, std::string("ScaleImage"));
+    EXPECT_EQ(find_step(2), nullptr);
+    EXPECT_EQ(find_step(-1), nullptr);
 }
 
 TEST(Table, refuses_wrong_numbers_and_kinds_of_arguments) {

@@ -14,12 +14,14 @@
 from . import _library
 from ._control import Pixvane
 from ._errors import PixvaneError, check as _check
+from ._macros import MacroStep
 from ._table import Argument, Member, members
 from ._values import int32 as _int32
 from ._window import Window
 
 __all__ = [
     "Argument",
+    "MacroStep",
     "Member",
     "Pixvane",
     "PixvaneError",

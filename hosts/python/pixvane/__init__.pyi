@@ -5,6 +5,7 @@ from types import TracebackType
 from typing import Any, Callable, Iterable, List, Literal, Optional, Type, Union
 
 from ._errors import PixvaneError as PixvaneError
+from ._macros import MacroStep as MacroStep
 from ._table import Argument as Argument, Member as Member
 from ._window import Window as Window
 
@@ -48,6 +49,9 @@ class Pixvane:
     @property
     def window(self) -> Window:
         """The window that the control is shown in: what happens to it, and what it shows."""
+
+    def macro_steps(self) -> List[MacroStep]:
+        """The steps of the macro, as a list of MacroStep."""
 
     def on(self, event: Literal["OnDropFile"], handler: Callable[[str], object]) -> None:
         """A file was dropped on the control; nothing is loaded.
@@ -628,3 +632,302 @@ class Pixvane:
 
     def EndUpdate(self) -> None:
         """Repaints, and goes on repainting; one ends any number of BeginUpdate."""
+
+    @property
+    def PenWidth(self) -> int:
+        """Width of outlines in pixels.
+
+            integer, 1 to 8, slider 1 to 8, default 1, get and put
+        """
+    @PenWidth.setter
+    def PenWidth(self, value: int) -> None: ...
+
+    @property
+    def PenStyle(self) -> int:
+        """Outlines: 0 solid, 1 to 4 dashed, others none.
+
+            integer, slider 0 to 4, default 0, get and put
+        """
+    @PenStyle.setter
+    def PenStyle(self, value: int) -> None: ...
+
+    @property
+    def PenColor(self) -> int:
+        """Colour of outlines; keeps their alpha.
+
+            color, default 0x000000, get and put
+        """
+    @PenColor.setter
+    def PenColor(self, value: int) -> None: ...
+
+    @property
+    def PenTransparency(self) -> int:
+        """Alpha of outlines: 0 invisible, 255 opaque.
+
+            integer, 0 to 255, slider 0 to 255, default 255, get and put
+        """
+    @PenTransparency.setter
+    def PenTransparency(self, value: int) -> None: ...
+
+    @property
+    def SmoothMode(self) -> int:
+        """1: lines and shapes are smooth; others: their pixels are all or none.
+
+            integer, slider 0 to 2, default 0, get and put
+        """
+    @SmoothMode.setter
+    def SmoothMode(self, value: int) -> None: ...
+
+    @property
+    def FontIndex(self) -> int:
+        """Family of texts by its number, below FontCount.
+
+            integer, at least 0, get and put
+        """
+    @FontIndex.setter
+    def FontIndex(self, value: int) -> None: ...
+
+    @property
+    def FontStyleItalic(self) -> bool:
+        """Whether texts are italic.
+
+            boolean, default false, get and put
+        """
+    @FontStyleItalic.setter
+    def FontStyleItalic(self, value: bool) -> None: ...
+
+    @property
+    def FontStyleBold(self) -> bool:
+        """Whether texts are bold.
+
+            boolean, default false, get and put
+        """
+    @FontStyleBold.setter
+    def FontStyleBold(self, value: bool) -> None: ...
+
+    @property
+    def FontStyleUnderline(self) -> bool:
+        """Whether texts are underlined.
+
+            boolean, default false, get and put
+        """
+    @FontStyleUnderline.setter
+    def FontStyleUnderline(self, value: bool) -> None: ...
+
+    @property
+    def FontStyleStrikeout(self) -> bool:
+        """Whether texts are struck out.
+
+            boolean, default false, get and put
+        """
+    @FontStyleStrikeout.setter
+    def FontStyleStrikeout(self, value: bool) -> None: ...
+
+    @property
+    def FontSize(self) -> int:
+        """Height of texts in pixels.
+
+            integer, 6 to 255, slider 6 to 255, default 16, get and put
+        """
+    @FontSize.setter
+    def FontSize(self, value: int) -> None: ...
+
+    @property
+    def BrushStyle(self) -> int:
+        """Fillings: 0 solid, 1 gradient, 2 hatch, 3 texture, from 4 on none.
+
+            integer, at least 0, slider 0 to 3, default 0, get and put
+        """
+    @BrushStyle.setter
+    def BrushStyle(self, value: int) -> None: ...
+
+    @property
+    def BrushHatchStyle(self) -> int:
+        """Pattern of a hatch.
+
+            integer, 0 to 52, slider 0 to 52, default 0, get and put
+        """
+    @BrushHatchStyle.setter
+    def BrushHatchStyle(self, value: int) -> None: ...
+
+    @property
+    def BrushTextureStyle(self) -> int:
+        """Tiles of a texture: 0 alike, 1 every other one flipped in x, 2 in y, 3 in both.
+
+            integer, 0 to 3, slider 0 to 3, default 0, get and put
+        """
+    @BrushTextureStyle.setter
+    def BrushTextureStyle(self, value: int) -> None: ...
+
+    @property
+    def BrushGradientStyle(self) -> int:
+        """Gradients: 0 to the right, 1 down, 2 and 3 along the diagonals.
+
+            integer, 0 to 3, slider 0 to 3, default 0, get and put
+        """
+    @BrushGradientStyle.setter
+    def BrushGradientStyle(self, value: int) -> None: ...
+
+    @property
+    def BrushTransparency(self) -> int:
+        """Alpha of fillings: 0 invisible, 255 opaque.
+
+            integer, 0 to 255, slider 0 to 255, default 255, get and put
+        """
+    @BrushTransparency.setter
+    def BrushTransparency(self, value: int) -> None: ...
+
+    @property
+    def TextureFileName(self) -> str:
+        """Picture file of the texture; one that can't be read changes nothing.
+
+            string, get and put
+        """
+    @TextureFileName.setter
+    def TextureFileName(self, value: Union[str, PathLike[str]]) -> None: ...
+
+    @property
+    def SprayRadius(self) -> int:
+        """Radius of the spray in pixels.
+
+            integer, 8 to 50, slider 8 to 50, default 20, get and put
+        """
+    @SprayRadius.setter
+    def SprayRadius(self, value: int) -> None: ...
+
+    @property
+    def ToolBrushSize(self) -> int:
+        """Size of the brush.
+
+            integer, 1 to 11, slider 1 to 11, default 5, get and put
+        """
+    @ToolBrushSize.setter
+    def ToolBrushSize(self, value: int) -> None: ...
+
+    @property
+    def ToolBrushStyle(self) -> int:
+        """Tip of the brush.
+
+            integer, 0 to 5, slider 0 to 5, default 0, get and put
+        """
+    @ToolBrushStyle.setter
+    def ToolBrushStyle(self, value: int) -> None: ...
+
+    @property
+    def EraserSize(self) -> int:
+        """Size of the eraser.
+
+            integer, 1 to 11, slider 1 to 11, default 5, get and put
+        """
+    @EraserSize.setter
+    def EraserSize(self, value: int) -> None: ...
+
+    @property
+    def ImageStyle(self) -> int:
+        """How a picture is stamped into the picture.
+
+            integer, 0 to 6, slider 0 to 6, default 0, get and put
+        """
+    @ImageStyle.setter
+    def ImageStyle(self, value: int) -> None: ...
+
+    @property
+    def ImageTransparency1(self) -> int:
+        """First alpha of a stamped picture.
+
+            integer, 0 to 255, slider 0 to 255, default 255, get and put
+        """
+    @ImageTransparency1.setter
+    def ImageTransparency1(self, value: int) -> None: ...
+
+    @property
+    def ImageTransparency2(self) -> int:
+        """Second alpha of a stamped picture.
+
+            integer, 0 to 255, slider 0 to 255, default 255, get and put
+        """
+    @ImageTransparency2.setter
+    def ImageTransparency2(self, value: int) -> None: ...
+
+    @property
+    def ImageMaskColor(self) -> int:
+        """Colour that a stamped picture leaves out while UseImageMaskColor is on.
+
+            color, default 0xFFFFFF, get and put
+        """
+    @ImageMaskColor.setter
+    def ImageMaskColor(self, value: int) -> None: ...
+
+    @property
+    def UseImageMaskColor(self) -> bool:
+        """Whether ImageMaskColor is left out.
+
+            boolean, default false, get and put
+        """
+    @UseImageMaskColor.setter
+    def UseImageMaskColor(self, value: bool) -> None: ...
+
+    @property
+    def BrushColor1(self) -> int:
+        """Colour of fillings, start of a gradient, ground of a hatch.
+
+            color, default 0xFFFFFF, get and put
+        """
+    @BrushColor1.setter
+    def BrushColor1(self, value: int) -> None: ...
+
+    @property
+    def BrushColor2(self) -> int:
+        """End of a gradient, lines of a hatch.
+
+            color, default 0x000000, get and put
+        """
+    @BrushColor2.setter
+    def BrushColor2(self, value: int) -> None: ...
+
+    @property
+    def FontCount(self) -> int:
+        """How many families of fonts the machine has.
+
+            integer, read only
+        """
+
+    def FontName(self, Index: int, /) -> str:
+        """Name of a family; empty if there is none of this number.
+
+            Index  integer, at least 0
+        """
+
+    def SetupFontByName(self, Name: Union[str, PathLike[str]], /) -> None:
+        """Chooses a family by its name; nothing if there is none.
+
+            Name  string
+        """
+
+    def BeginMacros(self) -> None:
+        """Starts a macro with all drawing settings, and records what follows."""
+
+    def EndMacros(self) -> None:
+        """Ends the recording; the macro stays."""
+
+    @property
+    def Recording(self) -> bool:
+        """Whether a macro is being recorded.
+
+            boolean, read only
+        """
+
+    def SaveMacros(self, Path: Union[str, PathLike[str]], /) -> bool:
+        """Saves the macro; false if it has no steps or can't be written.
+
+            Path  string
+        """
+
+    def LoadMacros(self, Path: Union[str, PathLike[str]], /) -> bool:
+        """Loads a macro; false, and it is empty, if that fails.
+
+            Path  string
+        """
+
+    def PlayMacros(self) -> None:
+        """Replays the macro on the picture; drawing settings are afterwards as before."""

@@ -6,7 +6,7 @@ import weakref
 
 from . import _library as lib
 from ._errors import error_of
-from ._values import event_argument
+from ._values import copied
 
 
 class _Thread(threading.local):
@@ -63,7 +63,7 @@ def dispatch(key, arguments, count):
     if subscription is None:
         return
     try:
-        subscription.handler(*[event_argument(arguments[i]) for i in range(count)])
+        subscription.handler(*[copied(arguments[i]) for i in range(count)])
     except BaseException as failure:
         if _thread.raised is not None:
             raise  # the first is the caller's; ctypes reports this one as unraisable

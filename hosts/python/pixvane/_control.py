@@ -7,6 +7,7 @@ from ctypes import byref, c_int32, c_void_p
 from . import _library as lib
 from ._calls import Subscription, call, dispatch
 from ._errors import check
+from ._macros import macro_steps
 from ._table import documentation, members
 from ._values import PUT, result
 from ._window import Window
@@ -68,6 +69,10 @@ class Pixvane:
     def window(self):
         """The window that the control is shown in: what happens to it, and what it shows."""
         return Window(self)
+
+    def macro_steps(self):
+        """The steps of the macro, as a list of MacroStep."""
+        return macro_steps(self._control)
 
     def on(self, event, handler):
         """Calls `handler` with the event's arguments whenever `event` fires, in the order of subscription.

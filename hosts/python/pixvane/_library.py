@@ -46,6 +46,19 @@ class MemberInfo(Structure):
     ]
 
 
+class MacroStep(Structure):
+    _fields_ = [
+        ("code", c_int32),
+        ("member", c_char_p),
+        ("offset", c_size_t),
+        ("size", c_size_t),
+        ("complete", c_int32),
+        ("argument_count", c_int32),
+        ("names", POINTER(c_char_p)),
+        ("arguments", POINTER(Value)),
+    ]
+
+
 EventHandler = CFUNCTYPE(None, c_void_p, POINTER(Value), c_size_t)
 
 
@@ -99,6 +112,8 @@ find_member = _function("find_member", c_int32, c_char_p)
 invoke_handle = _function("invoke_handle", c_int32, c_void_p, c_int32, _values, c_size_t, _values)
 member_count = _function("member_count", c_size_t)
 member_at = _function("member_at", POINTER(MemberInfo), c_size_t)
+macro_step_count = _function("macro_step_count", c_int32, c_void_p, POINTER(c_size_t))
+macro_step_at = _function("macro_step_at", c_int32, c_void_p, c_size_t, POINTER(MacroStep))
 subscribe = _function("subscribe", c_int32, c_void_p, c_char_p, EventHandler, c_void_p, _out)
 unsubscribe = _function("unsubscribe", c_int32, c_void_p, c_int32)
 

@@ -187,8 +187,8 @@ def frame_bytes(size, fill):
     return _fresh_bytes(size, fill)
 
 
-def event_argument(value):
-    """The Python form of an event's argument, whose memory lasts for the call only."""
+def copied(value):
+    """The Python form of a value whose memory is the library's: of an event's argument, or a macro's."""
     kind = value.kind
     if kind in (lib.STRING, lib.BYTES):
         memory = ctypes.string_at(value.data, value.size) if value.size else b""
