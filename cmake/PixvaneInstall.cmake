@@ -1,4 +1,4 @@
-# What `cmake --install` lays down: library, headers, command line, Python package, and how others find them.
+# What `cmake --install` lays down: libraries, headers, command line, Python package, and how others find them.
 include(CMakePackageConfigHelpers)
 
 # pixvane_way(OUT FROM TO): how one installed folder is reached from another, wherever the prefix is.
@@ -31,6 +31,28 @@ install(FILES
   ${PROJECT_BINARY_DIR}/install/PixvaneConfig.cmake
   ${PROJECT_BINARY_DIR}/install/PixvaneConfigVersion.cmake
   DESTINATION ${PIXVANE_CMAKE_DIR})
+
+# The Qt widget and its Designer plugin, where they were built: find_package(Pixvane COMPONENTS Qt) gives
+# Pixvane::Qt. Qt looks for the plugin under its own prefix, else where QT_PLUGIN_PATH points.
+if(TARGET pixvane_qt)
+  set_target_properties(pixvane_qt PROPERTIES INSTALL_RPATH "$ORIGIN")
+  install(TARGETS pixvane_qt EXPORT PixvaneQtTargets
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(FILES
+    ${PROJECT_SOURCE_DIR}/hosts/qt/pixvane_members.h
+    ${PROJECT_SOURCE_DIR}/hosts/qt/pixvane_qt_global.h
+    ${PROJECT_SOURCE_DIR}/hosts/qt/pixvane_widget.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/pixvane/qt)
+  install(EXPORT PixvaneQtTargets NAMESPACE Pixvane:: DESTINATION ${PIXVANE_CMAKE_DIR})
+endif()
+if(TARGET pixvane_designer)
+  set(PIXVANE_PLUGIN_DIR ${CMAKE_INSTALL_LIBDIR}/qt6/plugins)
+  pixvane_way(PIXVANE_PLUGIN_TO_LIB ${PIXVANE_PLUGIN_DIR}/designer ${CMAKE_INSTALL_LIBDIR})
+  set_target_properties(pixvane_designer PROPERTIES INSTALL_RPATH "$ORIGIN/${PIXVANE_PLUGIN_TO_LIB}")
+  install(TARGETS pixvane_designer LIBRARY DESTINATION ${PIXVANE_PLUGIN_DIR}/designer)
+endif()
 
 # pkg-config. The prefix is told from where the file lies, so that the tree may be moved.
 pixvane_way(PIXVANE_PC_TO_PREFIX ${CMAKE_INSTALL_LIBDIR}/pkgconfig .)

@@ -9,9 +9,10 @@ packages=(
     g++ cmake ninja-build pkg-config python3 fonts-dejavu-core fonts-liberation2
     libhwy-dev libturbojpeg0-dev libjpeg62-turbo-dev libpng-dev libtiff-dev libgif-dev
     libwebp-dev libdeflate-dev libgdk-pixbuf-2.0-dev zlib1g-dev libcairo2-dev libpango1.0-dev
+    qt6-base-dev libgl-dev libegl-dev qt6-tools-dev
 )
 if [[ $level == test || $level == check ]]; then
-    packages+=(libgtest-dev make)
+    packages+=(libgtest-dev make libx11-dev xvfb xauth xdotool imagemagick)
 fi
 if [[ $level == check ]]; then
     packages+=(clang-16 libclang-rt-16-dev clang-format-16 clang-tidy-16 shellcheck)

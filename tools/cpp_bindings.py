@@ -94,7 +94,7 @@ def wrapped(indent, opening, items, closing):
     lines, line = [], " " * indent + opening
     for i, item in enumerate(items):
         piece = item + ("," if i + 1 < len(items) else closing)
-        space = "" if line.endswith("(") or line == hanging else " "
+        space = "" if line.endswith(("(", "{")) or line == hanging else " "
         if len(line) + len(space) + len(piece) > COLUMNS and line != hanging:
             lines.append(line)
             line, space = hanging, ""

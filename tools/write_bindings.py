@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Writes what is derived from the library's table of members: the typed C++ face, the Python stub and the
-reference page. Needs a build tree with the library, the Python package and the command line program.
+"""Writes what is derived from the library's table of members: the typed C++ face, the Qt widget's members, the
+Python stub and the reference page. Needs a build tree with the library, the Python package and the command line program.
 """
 # SPDX-License-Identifier: MIT
 import argparse
@@ -43,10 +43,13 @@ def main():
     import cpp_bindings
     import pixvane
     import python_stub
+    import qt_bindings
 
     members = pixvane.members()
     texts = {
         "include/pixvane/pixvane.hpp": cpp_bindings.header(members),
+        "hosts/qt/pixvane_members.h": qt_bindings.header(members),
+        "hosts/qt/pixvane_members.cpp": qt_bindings.source(members),
         "hosts/python/pixvane/__init__.pyi": python_stub.stub(members),
         "docs/members.md": reference_page(build),
     }

@@ -1,0 +1,381 @@
+// Each member of the control in Qt's terms. Written by tools/write_bindings.py; do not edit.
+// SPDX-License-Identifier: MIT
+#include "pixvane_members.h"
+
+#include "control_link.h"
+#include "qt_values.h"
+
+using pixvane::Argument;
+using pixvane::call_member;
+using pixvane::Reply;
+
+// Lines are broken where the program that writes them breaks them.
+// clang-format off
+
+PixvaneMembers::PixvaneMembers(QWidget* parent) : QWidget(parent), link_(new pixvane::ControlLink(*this)) { listen(); }
+
+PixvaneMembers::~PixvaneMembers() { link_->abandon(); }
+
+void PixvaneMembers::listen() {
+    link_->listen("OnDropFile", [](PixvaneMembers& members, const pixvane_value* arguments) {
+        Q_EMIT members.OnDropFile(Reply(arguments[0]).text());
+    });
+}
+
+bool PixvaneMembers::IsEmpty() const {
+    return call_member(*link_, "IsEmpty", {}).truth();
+}
+
+int PixvaneMembers::ImageWidth() const {
+    return call_member(*link_, "ImageWidth", {}).integer();
+}
+
+int PixvaneMembers::ImageHeight() const {
+    return call_member(*link_, "ImageHeight", {}).integer();
+}
+
+int PixvaneMembers::FramesCount() const {
+    return call_member(*link_, "FramesCount", {}).integer();
+}
+
+QColor PixvaneMembers::BitmapBackColor() const {
+    return call_member(*link_, "BitmapBackColor", {}).color();
+}
+
+void PixvaneMembers::setBitmapBackColor(const QColor& Value) {
+    call_member(*link_, "BitmapBackColor", {Argument(Value)});
+}
+
+QByteArray PixvaneMembers::Picture() const {
+    return call_member(*link_, "Picture", {}).bytes();
+}
+
+void PixvaneMembers::setPicture(const QByteArray& Value) {
+    call_member(*link_, "Picture", {Argument(Value)});
+}
+
+int PixvaneMembers::JpegQuality() const {
+    return call_member(*link_, "JpegQuality", {}).integer();
+}
+
+void PixvaneMembers::setJpegQuality(int Value) {
+    call_member(*link_, "JpegQuality", {Argument(Value)});
+}
+
+bool PixvaneMembers::UndoEnable() const {
+    return call_member(*link_, "UndoEnable", {}).truth();
+}
+
+bool PixvaneMembers::RedoEnable() const {
+    return call_member(*link_, "RedoEnable", {}).truth();
+}
+
+int PixvaneMembers::HistoryStates() const {
+    return call_member(*link_, "HistoryStates", {}).integer();
+}
+
+void PixvaneMembers::setHistoryStates(int Value) {
+    call_member(*link_, "HistoryStates", {Argument(Value)});
+}
+
+bool PixvaneMembers::Modified() const {
+    return call_member(*link_, "Modified", {}).truth();
+}
+
+double PixvaneMembers::Zoom() const {
+    return call_member(*link_, "Zoom", {}).real();
+}
+
+bool PixvaneMembers::AutoResize() const {
+    return call_member(*link_, "AutoResize", {}).truth();
+}
+
+void PixvaneMembers::setAutoResize(bool Value) {
+    call_member(*link_, "AutoResize", {Argument(Value)});
+}
+
+QColor PixvaneMembers::BackColor1() const {
+    return call_member(*link_, "BackColor1", {}).color();
+}
+
+void PixvaneMembers::setBackColor1(const QColor& Value) {
+    call_member(*link_, "BackColor1", {Argument(Value)});
+}
+
+QColor PixvaneMembers::FrameColor() const {
+    return call_member(*link_, "FrameColor", {}).color();
+}
+
+void PixvaneMembers::setFrameColor(const QColor& Value) {
+    call_member(*link_, "FrameColor", {Argument(Value)});
+}
+
+bool PixvaneMembers::ScrollWindowVisible() const {
+    return call_member(*link_, "ScrollWindowVisible", {}).truth();
+}
+
+void PixvaneMembers::setScrollWindowVisible(bool Value) {
+    call_member(*link_, "ScrollWindowVisible", {Argument(Value)});
+}
+
+QColor PixvaneMembers::ScrollWindowColor() const {
+    return call_member(*link_, "ScrollWindowColor", {}).color();
+}
+
+void PixvaneMembers::setScrollWindowColor(const QColor& Value) {
+    call_member(*link_, "ScrollWindowColor", {Argument(Value)});
+}
+
+void PixvaneMembers::NewImage(int Width, int Height) {
+    call_member(*link_, "NewImage", {Argument(Width), Argument(Height)});
+}
+
+void PixvaneMembers::Empty() {
+    call_member(*link_, "Empty", {});
+}
+
+QColor PixvaneMembers::GetPixel(int X, int Y) {
+    return call_member(*link_, "GetPixel", {Argument(X), Argument(Y)}).color();
+}
+
+bool PixvaneMembers::LoadImage(const QString& FileName) {
+    return call_member(*link_, "LoadImage", {Argument(FileName)}).truth();
+}
+
+bool PixvaneMembers::SaveImage(const QString& FileName, int nType) {
+    return call_member(*link_, "SaveImage", {Argument(FileName), Argument(nType)}).truth();
+}
+
+bool PixvaneMembers::IsImageFile(const QString& FileName) {
+    return call_member(*link_, "IsImageFile", {Argument(FileName)}).truth();
+}
+
+void PixvaneMembers::Undo() {
+    call_member(*link_, "Undo", {});
+}
+
+void PixvaneMembers::Redo() {
+    call_member(*link_, "Redo", {});
+}
+
+QList<int> PixvaneMembers::GetRHistogram() {
+    return call_member(*link_, "GetRHistogram", {}).integers();
+}
+
+QList<int> PixvaneMembers::GetGHistogram() {
+    return call_member(*link_, "GetGHistogram", {}).integers();
+}
+
+QList<int> PixvaneMembers::GetBHistogram() {
+    return call_member(*link_, "GetBHistogram", {}).integers();
+}
+
+QList<int> PixvaneMembers::GetLHistogram() {
+    return call_member(*link_, "GetLHistogram", {}).integers();
+}
+
+QByteArray PixvaneMembers::GetImageArray() {
+    return call_member(*link_, "GetImageArray", {}).bytes();
+}
+
+bool PixvaneMembers::LoadFromImageArray(const QByteArray& pArray, int Width, int Height) {
+    return call_member(*link_, "LoadFromImageArray", {Argument(pArray), Argument(Width),
+                                                      Argument(Height)}).truth();
+}
+
+void PixvaneMembers::Desaturate() {
+    call_member(*link_, "Desaturate", {});
+}
+
+void PixvaneMembers::Saturate(int nValue) {
+    call_member(*link_, "Saturate", {Argument(nValue)});
+}
+
+void PixvaneMembers::Autocolor() {
+    call_member(*link_, "Autocolor", {});
+}
+
+void PixvaneMembers::Contrast(int nValue) {
+    call_member(*link_, "Contrast", {Argument(nValue)});
+}
+
+void PixvaneMembers::Brightness(int nRed, int nGreen, int nBlue) {
+    call_member(*link_, "Brightness", {Argument(nRed), Argument(nGreen), Argument(nBlue)});
+}
+
+void PixvaneMembers::Lightness(int nRedVal, int nGreenVal, int nBlueVal) {
+    call_member(*link_, "Lightness", {Argument(nRedVal), Argument(nGreenVal), Argument(nBlueVal)});
+}
+
+void PixvaneMembers::Temperature(int nVal) {
+    call_member(*link_, "Temperature", {Argument(nVal)});
+}
+
+void PixvaneMembers::Noise(int nType, int nVal) {
+    call_member(*link_, "Noise", {Argument(nType), Argument(nVal)});
+}
+
+void PixvaneMembers::Invert() {
+    call_member(*link_, "Invert", {});
+}
+
+void PixvaneMembers::Monochrome(int nLevel, const QColor& Color1, const QColor& Color2) {
+    call_member(*link_, "Monochrome", {Argument(nLevel), Argument(Color1), Argument(Color2)});
+}
+
+void PixvaneMembers::Hue(int R, int G, int B) {
+    call_member(*link_, "Hue", {Argument(R), Argument(G), Argument(B)});
+}
+
+void PixvaneMembers::Sepia() {
+    call_member(*link_, "Sepia", {});
+}
+
+void PixvaneMembers::BWLevels(int Colors) {
+    call_member(*link_, "BWLevels", {Argument(Colors)});
+}
+
+void PixvaneMembers::Autolevels() {
+    call_member(*link_, "Autolevels", {});
+}
+
+void PixvaneMembers::Autocontrast() {
+    call_member(*link_, "Autocontrast", {});
+}
+
+void PixvaneMembers::Gamma(double Level) {
+    call_member(*link_, "Gamma", {Argument(Level)});
+}
+
+void PixvaneMembers::Blur(int nVal) {
+    call_member(*link_, "Blur", {Argument(nVal)});
+}
+
+void PixvaneMembers::Average(int nAverage, int nVal) {
+    call_member(*link_, "Average", {Argument(nAverage), Argument(nVal)});
+}
+
+void PixvaneMembers::SmartBlur(int nVal, int Level) {
+    call_member(*link_, "SmartBlur", {Argument(nVal), Argument(Level)});
+}
+
+void PixvaneMembers::GaussianBlur(int nVal, int B) {
+    call_member(*link_, "GaussianBlur", {Argument(nVal), Argument(B)});
+}
+
+void PixvaneMembers::Sharpen() {
+    call_member(*link_, "Sharpen", {});
+}
+
+void PixvaneMembers::SharpenEdge(int Level) {
+    call_member(*link_, "SharpenEdge", {Argument(Level)});
+}
+
+void PixvaneMembers::UserEffect(const QList<int>& ppArray) {
+    call_member(*link_, "UserEffect", {Argument(ppArray)});
+}
+
+void PixvaneMembers::Laplas() {
+    call_member(*link_, "Laplas", {});
+}
+
+void PixvaneMembers::Contour() {
+    call_member(*link_, "Contour", {});
+}
+
+void PixvaneMembers::Sobel(int nType) {
+    call_member(*link_, "Sobel", {Argument(nType)});
+}
+
+void PixvaneMembers::Emboss(int nValue, int Direction) {
+    call_member(*link_, "Emboss", {Argument(nValue), Argument(Direction)});
+}
+
+void PixvaneMembers::Relief(int nVal) {
+    call_member(*link_, "Relief", {Argument(nVal)});
+}
+
+void PixvaneMembers::Minimal(int nVal) {
+    call_member(*link_, "Minimal", {Argument(nVal)});
+}
+
+void PixvaneMembers::Maximal(int nVal) {
+    call_member(*link_, "Maximal", {Argument(nVal)});
+}
+
+void PixvaneMembers::Median(int nVal) {
+    call_member(*link_, "Median", {Argument(nVal)});
+}
+
+void PixvaneMembers::AntiNoise(int nVal) {
+    call_member(*link_, "AntiNoise", {Argument(nVal)});
+}
+
+void PixvaneMembers::Diffuse(int nVal) {
+    call_member(*link_, "Diffuse", {Argument(nVal)});
+}
+
+void PixvaneMembers::Mosaic(int nType, int nVal) {
+    call_member(*link_, "Mosaic", {Argument(nType), Argument(nVal)});
+}
+
+void PixvaneMembers::Textile(int Val) {
+    call_member(*link_, "Textile", {Argument(Val)});
+}
+
+void PixvaneMembers::SoftFocus(int nVal, int R1, int R2, int X, int Y) {
+    call_member(*link_, "SoftFocus", {Argument(nVal), Argument(R1), Argument(R2), Argument(X), Argument(Y)});
+}
+
+void PixvaneMembers::FocalBW(int R1, int R2, int X, int Y) {
+    call_member(*link_, "FocalBW", {Argument(R1), Argument(R2), Argument(X), Argument(Y)});
+}
+
+void PixvaneMembers::ClearImage() {
+    call_member(*link_, "ClearImage", {});
+}
+
+void PixvaneMembers::SetNewSize(int Width, int Height) {
+    call_member(*link_, "SetNewSize", {Argument(Width), Argument(Height)});
+}
+
+void PixvaneMembers::RotateFlip(int nType) {
+    call_member(*link_, "RotateFlip", {Argument(nType)});
+}
+
+void PixvaneMembers::ScaleImage(double ScaleX, double ScaleY) {
+    call_member(*link_, "ScaleImage", {Argument(ScaleX), Argument(ScaleY)});
+}
+
+void PixvaneMembers::AddSimpleBorder(int Width, const QColor& Color) {
+    call_member(*link_, "AddSimpleBorder", {Argument(Width), Argument(Color)});
+}
+
+void PixvaneMembers::AddGradientBorder(int Width, const QColor& Color1, const QColor& Color2, int Style) {
+    call_member(*link_, "AddGradientBorder", {Argument(Width), Argument(Color1), Argument(Color2),
+                                              Argument(Style)});
+}
+
+void PixvaneMembers::ZoomIn() {
+    call_member(*link_, "ZoomIn", {});
+}
+
+void PixvaneMembers::ZoomOut() {
+    call_member(*link_, "ZoomOut", {});
+}
+
+void PixvaneMembers::ActialSize() {
+    call_member(*link_, "ActialSize", {});
+}
+
+void PixvaneMembers::ZoomToFit() {
+    call_member(*link_, "ZoomToFit", {});
+}
+
+void PixvaneMembers::BeginUpdate() {
+    call_member(*link_, "BeginUpdate", {});
+}
+
+void PixvaneMembers::EndUpdate() {
+    call_member(*link_, "EndUpdate", {});
+}

@@ -1,0 +1,169 @@
+// The widget as the window of its control: frames, pixels of the screen, timers, capture, cursors.
+// SPDX-License-Identifier: MIT
+#include "widget_window.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// Products with ratios such as 1.1 end a hair beside the whole numbers that they stand for.
+constexpr double kHair = 1e-3;
+constexpr int kMostClientSide = 65535;
+
+}  // namespace
+
+PixvaneWidget::Window::Window(PixvaneWidget& widget, pixvane::ControlLink& link)
+    : widget_(widget), link_(link) {
+    link_.set_window(this);
+}
+
+PixvaneWidget::Window::~Window() {
+    link_.set_window(nullptr);
+    grab(false);
+}
+
+// ---- Pixels of the screen --------------------------------------------------------------------------------
+
+QPointF PixvaneWidget::Window::corner() const {
+    // At a ratio such as 1.25, a widget may begin within a pixel.
+    const QPointF at = QPointF(widget_.mapTo(widget_.window(), QPoint(0, 0))) * widget_.devicePixelRatioF();
+    return {at.x() - std::floor(at.x() + kHair), at.y() - std::floor(at.y() + kHair)};
+}
+
+QPoint PixvaneWidget::Window::client_point(QPointF position) const {
+    const QPointF at = position * widget_.devicePixelRatioF() + corner();
+    return {static_cast<int>(std::floor(at.x() + kHair)), static_cast<int>(std::floor(at.y() + kHair))};
+}
+
+QSize PixvaneWidget::Window::client_size() const {
+    const double ratio = widget_.devicePixelRatioF();
+    const QPointF begin = corner();
+    const auto side = [ratio](int length, double from) {
+        return std::min(static_cast<int>(std::ceil(length * ratio + from - kHair)), kMostClientSide);
+    };
+    return {side(widget_.width(), begin.x()), side(widget_.height(), begin.y())};
+}
+
+bool PixvaneWidget::Window::follow_size() {
+    const QSize size = client_size();
+    if (size == clientSize_) return true;
+    clientSize_ = size;
+    const QPointer<PixvaneWidget> alive(&widget_);
+    link_.run([size](pixvane_control* control) {
+        return pixvane_window_resize(control, size.width(), size.height());
+    });
+    // What was loaded before there was a window to fit it into.
+    if (alive && !painted_) fit_as_loaded();
+    return !alive.isNull();
+}
+
+void PixvaneWidget::Window::fit_as_loaded() {
+    const QPointer<PixvaneWidget> alive(&widget_);
+    if (widget_.IsEmpty()) return;
+    widget_.ZoomToFit();
+    // ActialSize stops at a limit first if it comes from beyond it.
+    for (int i = 0; alive && i < 2; ++i) {
+        const bool fitsAsItIs =
+            widget_.ImageWidth() < clientSize_.width() && widget_.ImageHeight() < clientSize_.height();
+        if (fitsAsItIs && widget_.Zoom() != 1.0) widget_.ActialSize();
+    }
+}
+
+// ---- Frames ----------------------------------------------------------------------------------------------
+
+void PixvaneWidget::Window::frame_ready() {
+    frameIsOld_ = true;
+    widget_.update();
+    Q_EMIT widget_.frameChanged();
+}
+
+void PixvaneWidget::Window::fetch_frame() {
+    if (!frameIsOld_) return;
+    link_.run([this](pixvane_control* control) {
+        std::int32_t width = 0, height = 0;
+        const pixvane_status asked = pixvane_window_frame(control, nullptr, 0, &width, &height);
+        if (asked != PIXVANE_OK) return asked;
+        if (frame_.size() != QSize(width, height)) frame_ = QImage(width, height, QImage::Format_RGB32);
+        if (frame_.isNull()) return pixvane_status{PIXVANE_OK};
+        return pixvane_window_frame(control, frame_.bits(), static_cast<std::size_t>(frame_.sizeInBytes()),
+                                    &width, &height);
+    });
+    frameIsOld_ = false;
+}
+
+void PixvaneWidget::Window::paint() {
+    // Here and not only when the widget is resized: another screen may have another ratio.
+    if (!follow_size()) return;
+    painted_ = true;
+    fetch_frame();
+    QPainter painter(&widget_);
+    if (frame_.isNull()) {
+        painter.fillRect(widget_.rect(), widget_.palette().window());
+        return;
+    }
+    // Pixel by pixel: from where a pixel of the screen begins, at the screen's own ratio.
+    const QTransform toScreen = painter.deviceTransform();
+    const QPointF begin = toScreen.map(QPointF(0, 0));
+    const QPointF pixel(std::floor(begin.x() + kHair), std::floor(begin.y() + kHair));
+    frame_.setDevicePixelRatio(painter.device()->devicePixelRatioF());
+    painter.drawImage(toScreen.inverted().map(pixel), frame_);
+}
+
+// ---- Timers ----------------------------------------------------------------------------------------------
+
+void PixvaneWidget::Window::start_timer(std::int32_t id, std::int32_t milliseconds) {
+    std::unique_ptr<QTimer>& timer = timers_[id];
+    if (!timer) {
+        timer = std::make_unique<QTimer>();
+        timer->setTimerType(Qt::PreciseTimer);
+        QObject::connect(timer.get(), &QTimer::timeout, &widget_, [this, id] {
+            link_.run([id](pixvane_control* control) { return pixvane_window_timer(control, id); });
+        });
+    }
+    timer->start(std::max(milliseconds, 1));
+}
+
+void PixvaneWidget::Window::stop_timer(std::int32_t id) {
+    const auto found = timers_.find(id);
+    // Kept: it may be the one that ticks just now.
+    if (found != timers_.end()) found->second->stop();
+}
+
+// ---- Capture and cursors ---------------------------------------------------------------------------------
+
+void PixvaneWidget::Window::set_capture(bool captured) {
+    captured_ = captured;
+    // While a button is down the toolkit sends everything here anyhow, and a dialog that a slot opens stays
+    // usable; what is captured beyond that is grabbed when the button comes up.
+    grab(captured && QGuiApplication::mouseButtons() == Qt::NoButton);
+}
+
+void PixvaneWidget::Window::grab(bool grabbed) {
+    if (grabbed == grabbed_ || (grabbed && !widget_.isVisible())) return;
+    grabbed_ = grabbed;
+    if (grabbed)
+        widget_.grabMouse();
+    else
+        widget_.releaseMouse();
+}
+
+void PixvaneWidget::Window::set_cursor(std::int32_t cursor) {
+    cursor_ = cursor;
+    show_cursor();
+}
+
+void PixvaneWidget::Window::show_cursor() {
+    const bool ours = panButton_ != Qt::NoButton || spaceHeld_ || cursor_ != 0;
+    if (panButton_ != Qt::NoButton)
+        widget_.setCursor(Qt::ClosedHandCursor);
+    else if (spaceHeld_)
+        widget_.setCursor(Qt::OpenHandCursor);
+    else if (cursor_ != 0)
+        widget_.setCursor(Qt::CrossCursor);
+    else if (cursorIsOurs_)
+        widget_.unsetCursor();
+    cursorIsOurs_ = ours;
+}
