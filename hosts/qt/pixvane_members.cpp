@@ -126,6 +126,238 @@ void PixvaneMembers::setScrollWindowColor(const QColor& Value) {
     call_member(*link_, "ScrollWindowColor", {Argument(Value)});
 }
 
+int PixvaneMembers::PenWidth() const {
+    return call_member(*link_, "PenWidth", {}).integer();
+}
+
+void PixvaneMembers::setPenWidth(int Value) {
+    call_member(*link_, "PenWidth", {Argument(Value)});
+}
+
+int PixvaneMembers::PenStyle() const {
+    return call_member(*link_, "PenStyle", {}).integer();
+}
+
+void PixvaneMembers::setPenStyle(int Value) {
+    call_member(*link_, "PenStyle", {Argument(Value)});
+}
+
+QColor PixvaneMembers::PenColor() const {
+    return call_member(*link_, "PenColor", {}).color();
+}
+
+void PixvaneMembers::setPenColor(const QColor& Value) {
+    call_member(*link_, "PenColor", {Argument(Value)});
+}
+
+int PixvaneMembers::PenTransparency() const {
+    return call_member(*link_, "PenTransparency", {}).integer();
+}
+
+void PixvaneMembers::setPenTransparency(int Value) {
+    call_member(*link_, "PenTransparency", {Argument(Value)});
+}
+
+int PixvaneMembers::SmoothMode() const {
+    return call_member(*link_, "SmoothMode", {}).integer();
+}
+
+void PixvaneMembers::setSmoothMode(int Value) {
+    call_member(*link_, "SmoothMode", {Argument(Value)});
+}
+
+int PixvaneMembers::FontIndex() const {
+    return call_member(*link_, "FontIndex", {}).integer();
+}
+
+void PixvaneMembers::setFontIndex(int Value) {
+    call_member(*link_, "FontIndex", {Argument(Value)});
+}
+
+bool PixvaneMembers::FontStyleItalic() const {
+    return call_member(*link_, "FontStyleItalic", {}).truth();
+}
+
+void PixvaneMembers::setFontStyleItalic(bool Value) {
+    call_member(*link_, "FontStyleItalic", {Argument(Value)});
+}
+
+bool PixvaneMembers::FontStyleBold() const {
+    return call_member(*link_, "FontStyleBold", {}).truth();
+}
+
+void PixvaneMembers::setFontStyleBold(bool Value) {
+    call_member(*link_, "FontStyleBold", {Argument(Value)});
+}
+
+bool PixvaneMembers::FontStyleUnderline() const {
+    return call_member(*link_, "FontStyleUnderline", {}).truth();
+}
+
+void PixvaneMembers::setFontStyleUnderline(bool Value) {
+    call_member(*link_, "FontStyleUnderline", {Argument(Value)});
+}
+
+bool PixvaneMembers::FontStyleStrikeout() const {
+    return call_member(*link_, "FontStyleStrikeout", {}).truth();
+}
+
+void PixvaneMembers::setFontStyleStrikeout(bool Value) {
+    call_member(*link_, "FontStyleStrikeout", {Argument(Value)});
+}
+
+int PixvaneMembers::FontSize() const {
+    return call_member(*link_, "FontSize", {}).integer();
+}
+
+void PixvaneMembers::setFontSize(int Value) {
+    call_member(*link_, "FontSize", {Argument(Value)});
+}
+
+int PixvaneMembers::BrushStyle() const {
+    return call_member(*link_, "BrushStyle", {}).integer();
+}
+
+void PixvaneMembers::setBrushStyle(int Value) {
+    call_member(*link_, "BrushStyle", {Argument(Value)});
+}
+
+int PixvaneMembers::BrushHatchStyle() const {
+    return call_member(*link_, "BrushHatchStyle", {}).integer();
+}
+
+void PixvaneMembers::setBrushHatchStyle(int Value) {
+    call_member(*link_, "BrushHatchStyle", {Argument(Value)});
+}
+
+int PixvaneMembers::BrushTextureStyle() const {
+    return call_member(*link_, "BrushTextureStyle", {}).integer();
+}
+
+void PixvaneMembers::setBrushTextureStyle(int Value) {
+    call_member(*link_, "BrushTextureStyle", {Argument(Value)});
+}
+
+int PixvaneMembers::BrushGradientStyle() const {
+    return call_member(*link_, "BrushGradientStyle", {}).integer();
+}
+
+void PixvaneMembers::setBrushGradientStyle(int Value) {
+    call_member(*link_, "BrushGradientStyle", {Argument(Value)});
+}
+
+int PixvaneMembers::BrushTransparency() const {
+    return call_member(*link_, "BrushTransparency", {}).integer();
+}
+
+void PixvaneMembers::setBrushTransparency(int Value) {
+    call_member(*link_, "BrushTransparency", {Argument(Value)});
+}
+
+QString PixvaneMembers::TextureFileName() const {
+    return call_member(*link_, "TextureFileName", {}).text();
+}
+
+void PixvaneMembers::setTextureFileName(const QString& Value) {
+    call_member(*link_, "TextureFileName", {Argument(Value)});
+}
+
+int PixvaneMembers::SprayRadius() const {
+    return call_member(*link_, "SprayRadius", {}).integer();
+}
+
+void PixvaneMembers::setSprayRadius(int Value) {
+    call_member(*link_, "SprayRadius", {Argument(Value)});
+}
+
+int PixvaneMembers::ToolBrushSize() const {
+    return call_member(*link_, "ToolBrushSize", {}).integer();
+}
+
+void PixvaneMembers::setToolBrushSize(int Value) {
+    call_member(*link_, "ToolBrushSize", {Argument(Value)});
+}
+
+int PixvaneMembers::ToolBrushStyle() const {
+    return call_member(*link_, "ToolBrushStyle", {}).integer();
+}
+
+void PixvaneMembers::setToolBrushStyle(int Value) {
+    call_member(*link_, "ToolBrushStyle", {Argument(Value)});
+}
+
+int PixvaneMembers::EraserSize() const {
+    return call_member(*link_, "EraserSize", {}).integer();
+}
+
+void PixvaneMembers::setEraserSize(int Value) {
+    call_member(*link_, "EraserSize", {Argument(Value)});
+}
+
+int PixvaneMembers::ImageStyle() const {
+    return call_member(*link_, "ImageStyle", {}).integer();
+}
+
+void PixvaneMembers::setImageStyle(int Value) {
+    call_member(*link_, "ImageStyle", {Argument(Value)});
+}
+
+int PixvaneMembers::ImageTransparency1() const {
+    return call_member(*link_, "ImageTransparency1", {}).integer();
+}
+
+void PixvaneMembers::setImageTransparency1(int Value) {
+    call_member(*link_, "ImageTransparency1", {Argument(Value)});
+}
+
+int PixvaneMembers::ImageTransparency2() const {
+    return call_member(*link_, "ImageTransparency2", {}).integer();
+}
+
+void PixvaneMembers::setImageTransparency2(int Value) {
+    call_member(*link_, "ImageTransparency2", {Argument(Value)});
+}
+
+QColor PixvaneMembers::ImageMaskColor() const {
+    return call_member(*link_, "ImageMaskColor", {}).color();
+}
+
+void PixvaneMembers::setImageMaskColor(const QColor& Value) {
+    call_member(*link_, "ImageMaskColor", {Argument(Value)});
+}
+
+bool PixvaneMembers::UseImageMaskColor() const {
+    return call_member(*link_, "UseImageMaskColor", {}).truth();
+}
+
+void PixvaneMembers::setUseImageMaskColor(bool Value) {
+    call_member(*link_, "UseImageMaskColor", {Argument(Value)});
+}
+
+QColor PixvaneMembers::BrushColor1() const {
+    return call_member(*link_, "BrushColor1", {}).color();
+}
+
+void PixvaneMembers::setBrushColor1(const QColor& Value) {
+    call_member(*link_, "BrushColor1", {Argument(Value)});
+}
+
+QColor PixvaneMembers::BrushColor2() const {
+    return call_member(*link_, "BrushColor2", {}).color();
+}
+
+void PixvaneMembers::setBrushColor2(const QColor& Value) {
+    call_member(*link_, "BrushColor2", {Argument(Value)});
+}
+
+int PixvaneMembers::FontCount() const {
+    return call_member(*link_, "FontCount", {}).integer();
+}
+
+bool PixvaneMembers::Recording() const {
+    return call_member(*link_, "Recording", {}).truth();
+}
+
 void PixvaneMembers::NewImage(int Width, int Height) {
     call_member(*link_, "NewImage", {Argument(Width), Argument(Height)});
 }
@@ -378,4 +610,32 @@ void PixvaneMembers::BeginUpdate() {
 
 void PixvaneMembers::EndUpdate() {
     call_member(*link_, "EndUpdate", {});
+}
+
+QString PixvaneMembers::FontName(int Index) {
+    return call_member(*link_, "FontName", {Argument(Index)}).text();
+}
+
+void PixvaneMembers::SetupFontByName(const QString& Name) {
+    call_member(*link_, "SetupFontByName", {Argument(Name)});
+}
+
+void PixvaneMembers::BeginMacros() {
+    call_member(*link_, "BeginMacros", {});
+}
+
+void PixvaneMembers::EndMacros() {
+    call_member(*link_, "EndMacros", {});
+}
+
+bool PixvaneMembers::SaveMacros(const QString& Path) {
+    return call_member(*link_, "SaveMacros", {Argument(Path)}).truth();
+}
+
+bool PixvaneMembers::LoadMacros(const QString& Path) {
+    return call_member(*link_, "LoadMacros", {Argument(Path)}).truth();
+}
+
+void PixvaneMembers::PlayMacros() {
+    call_member(*link_, "PlayMacros", {});
 }

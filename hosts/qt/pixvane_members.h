@@ -40,6 +40,36 @@ class PIXVANE_QT_API PixvaneMembers : public QWidget {
     Q_PROPERTY(QColor FrameColor READ FrameColor WRITE setFrameColor)
     Q_PROPERTY(bool ScrollWindowVisible READ ScrollWindowVisible WRITE setScrollWindowVisible)
     Q_PROPERTY(QColor ScrollWindowColor READ ScrollWindowColor WRITE setScrollWindowColor)
+    Q_PROPERTY(int PenWidth READ PenWidth WRITE setPenWidth)
+    Q_PROPERTY(int PenStyle READ PenStyle WRITE setPenStyle)
+    Q_PROPERTY(QColor PenColor READ PenColor WRITE setPenColor)
+    Q_PROPERTY(int PenTransparency READ PenTransparency WRITE setPenTransparency)
+    Q_PROPERTY(int SmoothMode READ SmoothMode WRITE setSmoothMode)
+    Q_PROPERTY(int FontIndex READ FontIndex WRITE setFontIndex)
+    Q_PROPERTY(bool FontStyleItalic READ FontStyleItalic WRITE setFontStyleItalic)
+    Q_PROPERTY(bool FontStyleBold READ FontStyleBold WRITE setFontStyleBold)
+    Q_PROPERTY(bool FontStyleUnderline READ FontStyleUnderline WRITE setFontStyleUnderline)
+    Q_PROPERTY(bool FontStyleStrikeout READ FontStyleStrikeout WRITE setFontStyleStrikeout)
+    Q_PROPERTY(int FontSize READ FontSize WRITE setFontSize)
+    Q_PROPERTY(int BrushStyle READ BrushStyle WRITE setBrushStyle)
+    Q_PROPERTY(int BrushHatchStyle READ BrushHatchStyle WRITE setBrushHatchStyle)
+    Q_PROPERTY(int BrushTextureStyle READ BrushTextureStyle WRITE setBrushTextureStyle)
+    Q_PROPERTY(int BrushGradientStyle READ BrushGradientStyle WRITE setBrushGradientStyle)
+    Q_PROPERTY(int BrushTransparency READ BrushTransparency WRITE setBrushTransparency)
+    Q_PROPERTY(QString TextureFileName READ TextureFileName WRITE setTextureFileName)
+    Q_PROPERTY(int SprayRadius READ SprayRadius WRITE setSprayRadius)
+    Q_PROPERTY(int ToolBrushSize READ ToolBrushSize WRITE setToolBrushSize)
+    Q_PROPERTY(int ToolBrushStyle READ ToolBrushStyle WRITE setToolBrushStyle)
+    Q_PROPERTY(int EraserSize READ EraserSize WRITE setEraserSize)
+    Q_PROPERTY(int ImageStyle READ ImageStyle WRITE setImageStyle)
+    Q_PROPERTY(int ImageTransparency1 READ ImageTransparency1 WRITE setImageTransparency1)
+    Q_PROPERTY(int ImageTransparency2 READ ImageTransparency2 WRITE setImageTransparency2)
+    Q_PROPERTY(QColor ImageMaskColor READ ImageMaskColor WRITE setImageMaskColor)
+    Q_PROPERTY(bool UseImageMaskColor READ UseImageMaskColor WRITE setUseImageMaskColor)
+    Q_PROPERTY(QColor BrushColor1 READ BrushColor1 WRITE setBrushColor1)
+    Q_PROPERTY(QColor BrushColor2 READ BrushColor2 WRITE setBrushColor2)
+    Q_PROPERTY(int FontCount READ FontCount DESIGNABLE false STORED false)
+    Q_PROPERTY(bool Recording READ Recording DESIGNABLE false STORED false)
 
 public:
     ~PixvaneMembers() override;
@@ -78,6 +108,66 @@ public:
     bool ScrollWindowVisible() const;
     /// Colour of the overview, which is half transparent.
     QColor ScrollWindowColor() const;
+    /// Width of outlines in pixels.
+    int PenWidth() const;
+    /// Outlines: 0 solid, 1 to 4 dashed, others none.
+    int PenStyle() const;
+    /// Colour of outlines; keeps their alpha.
+    QColor PenColor() const;
+    /// Alpha of outlines: 0 invisible, 255 opaque.
+    int PenTransparency() const;
+    /// 1: lines and shapes are smooth; others: their pixels are all or none.
+    int SmoothMode() const;
+    /// Family of texts by its number, below FontCount.
+    int FontIndex() const;
+    /// Whether texts are italic.
+    bool FontStyleItalic() const;
+    /// Whether texts are bold.
+    bool FontStyleBold() const;
+    /// Whether texts are underlined.
+    bool FontStyleUnderline() const;
+    /// Whether texts are struck out.
+    bool FontStyleStrikeout() const;
+    /// Height of texts in pixels.
+    int FontSize() const;
+    /// Fillings: 0 solid, 1 gradient, 2 hatch, 3 texture, from 4 on none.
+    int BrushStyle() const;
+    /// Pattern of a hatch.
+    int BrushHatchStyle() const;
+    /// Tiles of a texture: 0 alike, 1 every other one flipped in x, 2 in y, 3 in both.
+    int BrushTextureStyle() const;
+    /// Gradients: 0 to the right, 1 down, 2 and 3 along the diagonals.
+    int BrushGradientStyle() const;
+    /// Alpha of fillings: 0 invisible, 255 opaque.
+    int BrushTransparency() const;
+    /// Picture file of the texture; one that can't be read changes nothing.
+    QString TextureFileName() const;
+    /// Radius of the spray in pixels.
+    int SprayRadius() const;
+    /// Size of the brush.
+    int ToolBrushSize() const;
+    /// Tip of the brush.
+    int ToolBrushStyle() const;
+    /// Size of the eraser.
+    int EraserSize() const;
+    /// How a picture is stamped into the picture.
+    int ImageStyle() const;
+    /// First alpha of a stamped picture.
+    int ImageTransparency1() const;
+    /// Second alpha of a stamped picture.
+    int ImageTransparency2() const;
+    /// Colour that a stamped picture leaves out while UseImageMaskColor is on.
+    QColor ImageMaskColor() const;
+    /// Whether ImageMaskColor is left out.
+    bool UseImageMaskColor() const;
+    /// Colour of fillings, start of a gradient, ground of a hatch.
+    QColor BrushColor1() const;
+    /// End of a gradient, lines of a hatch.
+    QColor BrushColor2() const;
+    /// How many families of fonts the machine has.
+    int FontCount() const;
+    /// Whether a macro is being recorded.
+    bool Recording() const;
 
 public Q_SLOTS:
     /// Colour of new, cleared and enlarged canvas.
@@ -106,6 +196,89 @@ public Q_SLOTS:
     /// Colour of the overview, which is half transparent.
     /// Value: color, default 0x505050.
     void setScrollWindowColor(const QColor& Value);
+    /// Width of outlines in pixels.
+    /// Value: integer, 1 to 8, slider 1 to 8, default 1.
+    void setPenWidth(int Value);
+    /// Outlines: 0 solid, 1 to 4 dashed, others none.
+    /// Value: integer, slider 0 to 4, default 0.
+    void setPenStyle(int Value);
+    /// Colour of outlines; keeps their alpha.
+    /// Value: color, default 0x000000.
+    void setPenColor(const QColor& Value);
+    /// Alpha of outlines: 0 invisible, 255 opaque.
+    /// Value: integer, 0 to 255, slider 0 to 255, default 255.
+    void setPenTransparency(int Value);
+    /// 1: lines and shapes are smooth; others: their pixels are all or none.
+    /// Value: integer, slider 0 to 2, default 0.
+    void setSmoothMode(int Value);
+    /// Family of texts by its number, below FontCount.
+    /// Value: integer, at least 0.
+    void setFontIndex(int Value);
+    /// Whether texts are italic.
+    /// Value: boolean, default false.
+    void setFontStyleItalic(bool Value);
+    /// Whether texts are bold.
+    /// Value: boolean, default false.
+    void setFontStyleBold(bool Value);
+    /// Whether texts are underlined.
+    /// Value: boolean, default false.
+    void setFontStyleUnderline(bool Value);
+    /// Whether texts are struck out.
+    /// Value: boolean, default false.
+    void setFontStyleStrikeout(bool Value);
+    /// Height of texts in pixels.
+    /// Value: integer, 6 to 255, slider 6 to 255, default 16.
+    void setFontSize(int Value);
+    /// Fillings: 0 solid, 1 gradient, 2 hatch, 3 texture, from 4 on none.
+    /// Value: integer, at least 0, slider 0 to 3, default 0.
+    void setBrushStyle(int Value);
+    /// Pattern of a hatch.
+    /// Value: integer, 0 to 52, slider 0 to 52, default 0.
+    void setBrushHatchStyle(int Value);
+    /// Tiles of a texture: 0 alike, 1 every other one flipped in x, 2 in y, 3 in both.
+    /// Value: integer, 0 to 3, slider 0 to 3, default 0.
+    void setBrushTextureStyle(int Value);
+    /// Gradients: 0 to the right, 1 down, 2 and 3 along the diagonals.
+    /// Value: integer, 0 to 3, slider 0 to 3, default 0.
+    void setBrushGradientStyle(int Value);
+    /// Alpha of fillings: 0 invisible, 255 opaque.
+    /// Value: integer, 0 to 255, slider 0 to 255, default 255.
+    void setBrushTransparency(int Value);
+    /// Picture file of the texture; one that can't be read changes nothing.
+    void setTextureFileName(const QString& Value);
+    /// Radius of the spray in pixels.
+    /// Value: integer, 8 to 50, slider 8 to 50, default 20.
+    void setSprayRadius(int Value);
+    /// Size of the brush.
+    /// Value: integer, 1 to 11, slider 1 to 11, default 5.
+    void setToolBrushSize(int Value);
+    /// Tip of the brush.
+    /// Value: integer, 0 to 5, slider 0 to 5, default 0.
+    void setToolBrushStyle(int Value);
+    /// Size of the eraser.
+    /// Value: integer, 1 to 11, slider 1 to 11, default 5.
+    void setEraserSize(int Value);
+    /// How a picture is stamped into the picture.
+    /// Value: integer, 0 to 6, slider 0 to 6, default 0.
+    void setImageStyle(int Value);
+    /// First alpha of a stamped picture.
+    /// Value: integer, 0 to 255, slider 0 to 255, default 255.
+    void setImageTransparency1(int Value);
+    /// Second alpha of a stamped picture.
+    /// Value: integer, 0 to 255, slider 0 to 255, default 255.
+    void setImageTransparency2(int Value);
+    /// Colour that a stamped picture leaves out while UseImageMaskColor is on.
+    /// Value: color, default 0xFFFFFF.
+    void setImageMaskColor(const QColor& Value);
+    /// Whether ImageMaskColor is left out.
+    /// Value: boolean, default false.
+    void setUseImageMaskColor(bool Value);
+    /// Colour of fillings, start of a gradient, ground of a hatch.
+    /// Value: color, default 0xFFFFFF.
+    void setBrushColor1(const QColor& Value);
+    /// End of a gradient, lines of a hatch.
+    /// Value: color, default 0x000000.
+    void setBrushColor2(const QColor& Value);
     /// Starts a new picture filled with BitmapBackColor.
     /// Width: integer, 4 to 65535, slider 4 to 8000, default 800.
     /// Height: integer, 4 to 65535, slider 4 to 8000, default 600.
@@ -296,6 +469,21 @@ public Q_SLOTS:
     void BeginUpdate();
     /// Repaints, and goes on repainting; one ends any number of BeginUpdate.
     void EndUpdate();
+    /// Name of a family; empty if there is none of this number.
+    /// Index: integer, at least 0.
+    QString FontName(int Index);
+    /// Chooses a family by its name; nothing if there is none.
+    void SetupFontByName(const QString& Name);
+    /// Starts a macro with all drawing settings, and records what follows.
+    void BeginMacros();
+    /// Ends the recording; the macro stays.
+    void EndMacros();
+    /// Saves the macro; false if it has no steps or can't be written.
+    bool SaveMacros(const QString& Path);
+    /// Loads a macro; false, and it is empty, if that fails.
+    bool LoadMacros(const QString& Path);
+    /// Replays the macro on the picture; drawing settings are afterwards as before.
+    void PlayMacros();
 
 Q_SIGNALS:
     /// A file was dropped on the control; nothing is loaded.
