@@ -8,7 +8,7 @@
 #include "core/integer_math.h"
 #include "core/scale.h"
 #include "filters/geometry.h"
-#include "filters/gradient.h"
+#include "filters/gradient_border.h"
 
 namespace pixvane {
 namespace {
@@ -55,9 +55,8 @@ void add_gradient_border(ImageStore& store, std::int32_t width, Color color1, Co
                              place(target.rows(first, last), source, width, width - first, 0);
                              return;
                          }
-                         const filters::LinearGradient gradient{to_pixel(color1), to_pixel(color2),
-                                                                filters::GradientMode{mode}, target.width,
-                                                                target.height};
+                         const LinearGradient gradient{to_pixel(color1), to_pixel(color2), GradientMode{mode},
+                                                       target.width, target.height};
                          filters::place_on_gradient_rows(source, target, width, width, gradient, first, last);
                      });
 }

@@ -1,6 +1,6 @@
 // Tests of gradients, and of pictures placed on them.
 // SPDX-License-Identifier: MIT
-#include "filters/gradient.h"
+#include "filters/gradient_border.h"
 
 #include <gtest/gtest.h>
 
@@ -14,14 +14,10 @@
 namespace pixvane::test {
 namespace {
 
-using filters::GradientMode;
-using filters::LinearGradient;
-
 Picture filled(const LinearGradient& gradient) {
     Picture picture(gradient.width, gradient.height);
     for (std::int32_t y = 0; y < gradient.height; ++y)
-        filters::gradient_row(gradient, 0, y, picture.view().row(y),
-                              static_cast<std::size_t>(gradient.width));
+        gradient_row(gradient, 0, y, picture.view().row(y), static_cast<std::size_t>(gradient.width));
     return picture;
 }
 
@@ -82,8 +78,8 @@ TEST_P(GradientOnEveryInstructionSet, equals_the_plain_version) {
         const auto y = static_cast<std::int32_t>(random.below(static_cast<std::uint32_t>(gradient.height)));
         const auto count = static_cast<std::size_t>(std::min(gradient.width - x, 100));
         std::vector<Pixel> plain(count + 1, 7), fast(count + 1, 7);
-        filters::plain::gradient_row(gradient, x, y, plain.data(), count);
-        filters::gradient_row(gradient, x, y, fast.data(), count);
+        plain::gradient_row(gradient, x, y, plain.data(), count);
+        gradient_row(gradient, x, y, fast.data(), count);
         ASSERT_EQ(plain, fast) << gradient.width << " x " << gradient.height << ", mode " << i % 4;
     }
 }

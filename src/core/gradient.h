@@ -7,7 +7,7 @@
 
 #include "core/pixel_buffer.h"
 
-namespace pixvane::filters {
+namespace pixvane {
 
 enum class GradientMode : std::int32_t {
     Horizontal,        ///< from the left to the right
@@ -32,14 +32,9 @@ struct LinearGradient {
 void gradient_row(const LinearGradient& gradient, std::int32_t x, std::int32_t y, Pixel* to,
                   std::size_t count);
 
-/// Draws `source` with its top left corner at (left, top), source-over, on a gradient over the whole of the
-/// target. Only rows first..last of the target are written. The source must lie within the target.
-void place_on_gradient_rows(ConstPixelBuffer source, PixelBuffer target, std::int32_t left, std::int32_t top,
-                            const LinearGradient& gradient, std::int32_t first, std::int32_t last);
-
 namespace plain {
 void gradient_row(const LinearGradient& gradient, std::int32_t x, std::int32_t y, Pixel* to,
                   std::size_t count);
 }
 
-}  // namespace pixvane::filters
+}  // namespace pixvane

@@ -1,21 +1,19 @@
 // Linear gradients over a rectangle.
 // SPDX-License-Identifier: MIT
-#include "filters/gradient.h"
+#include "core/gradient.h"
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "filters/gradient.cpp"
+#define HWY_TARGET_INCLUDE "core/gradient.cpp"
 #include <hwy/foreach_target.h>  // this file once for each instruction set
 
 #include <cstring>
 
 #include "core/kernel_path.h"
-#include "core/pixel_rows.h"
 #include "core/pixel_runs-inl.h"
-#include "core/streaming.h"
 
-#ifndef PIXVANE_FILTERS_GRADIENT_LINE
-#define PIXVANE_FILTERS_GRADIENT_LINE
-namespace pixvane::filters {
+#ifndef PIXVANE_CORE_GRADIENT_LINE
+#define PIXVANE_CORE_GRADIENT_LINE
+namespace pixvane {
 namespace {
 
 /// t along one row: (start + step * x) / denominator.
@@ -43,11 +41,11 @@ GradientLine line_of(const LinearGradient& gradient, std::int32_t row) {
 }
 
 }  // namespace
-}  // namespace pixvane::filters
+}  // namespace pixvane
 #endif
 
 #if HWY_ONCE
-namespace pixvane::filters {
+namespace pixvane {
 
 void plain::gradient_row(const LinearGradient& gradient, std::int32_t x, std::int32_t y, Pixel* to,
                          std::size_t count) {
@@ -65,14 +63,12 @@ void plain::gradient_row(const LinearGradient& gradient, std::int32_t x, std::in
     }
 }
 
-}  // namespace pixvane::filters
+}  // namespace pixvane
 #endif
 
 HWY_BEFORE_NAMESPACE();
-namespace pixvane::filters::HWY_NAMESPACE {
+namespace pixvane::HWY_NAMESPACE {
 #if PIXVANE_VECTORS
-using namespace pixvane::HWY_NAMESPACE;
-
 using PlaceTag = hn::ScalableTag<double>;
 using PlaceVec = hn::Vec<PlaceTag>;
 using HalfTag = hn::Rebind<std::int32_t, PlaceTag>;
@@ -124,51 +120,16 @@ void gradient_row(const LinearGradient& gradient, std::int32_t x, std::int32_t y
 #else
 using plain::gradient_row;
 #endif
-}  // namespace pixvane::filters::HWY_NAMESPACE
+}  // namespace pixvane::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
-namespace pixvane::filters {
-namespace {
-
-bool is_opaque(const Pixel* row, std::size_t count) {
-    Pixel common = ~0u;
-    for (std::size_t i = 0; i < count; ++i) common &= row[i];
-    return alpha_of(common) == 255;
-}
-
-}  // namespace
-
+namespace pixvane {
 HWY_EXPORT(gradient_row);
 
 void gradient_row(const LinearGradient& gradient, std::int32_t x, std::int32_t y, Pixel* to,
                   std::size_t count) {
     pick_kernel(plain::gradient_row, HWY_DYNAMIC_DISPATCH(gradient_row))(gradient, x, y, to, count);
 }
-
-void place_on_gradient_rows(ConstPixelBuffer source, PixelBuffer target, std::int32_t left, std::int32_t top,
-                            const LinearGradient& gradient, std::int32_t first, std::int32_t last) {
-    const auto width = static_cast<std::size_t>(target.width);
-    const auto count = static_cast<std::size_t>(source.width);
-    const std::int32_t right = left + source.width;
-    for (std::int32_t y = first; y < last; ++y) {
-        Pixel* to = target.row(y);
-        if (y < top || y >= top + source.height) {
-            gradient_row(gradient, 0, y, to, width);
-            continue;
-        }
-        const Pixel* from = source.row(y - top);
-        if (is_opaque(from, count)) {
-            gradient_row(gradient, 0, y, to, static_cast<std::size_t>(left));
-            copy_row(to + left, from, count, target.rows(first, last).bytes() >= kStreamingBytes);
-            gradient_row(gradient, right, y, to + right, static_cast<std::size_t>(target.width - right));
-        } else {
-            gradient_row(gradient, 0, y, to, width);
-            blend_row(to + left, from, count);
-        }
-    }
-    finish_rows(true);
-}
-
-}  // namespace pixvane::filters
+}  // namespace pixvane
 #endif
