@@ -8,13 +8,17 @@
 
 #include "core/pixel_buffer.h"
 #include "draw/draw_settings.h"
+#include "draw/path_shapes.h"
 #include "draw/rasterizer.h"
 
 namespace pixvane {
 
 /// Whole-pixel coordinates name pixels: a line covers both end points, the frame of a rectangle covers its
-/// outermost pixels. A stroke, however often it crosses itself, is blended once. Pixels are blended
-/// source-over on straight alpha (core/compose.h); what lies outside the target is cut off.
+/// outermost pixels, a filled rectangle or ellipse reaches to the borders of its area, and polygons run
+/// through the centres of their points' pixels. A stroke, however often it crosses itself, is blended once.
+/// Pixels are blended source-over on straight alpha (coverage.h); what lies outside the target is cut off.
+/// Any number is safe: pen_shape.h and paint.h say what draws nothing. Nothing is allocated but where the
+/// rasterizer's scratch has to grow.
 class Canvas {
 public:
     /// `smooth`: lines and shapes are antialiased; text always is. The rasterizer must outlive the canvas.
@@ -32,7 +36,8 @@ public:
     void fill_rectangle(const BrushSettings& brush, PixelRect area);
     void ellipse(const PenSettings& pen, PixelRect bounds);
     void fill_ellipse(const BrushSettings& brush, PixelRect bounds);
-    /// Angles in degrees, clockwise from the positive x axis, along the ellipse in `bounds`.
+    /// Between two rays from the centre of the ellipse in `bounds`: angles in degrees, clockwise from the
+    /// positive x axis, `sweep` from the first to the second ray. 360 degrees and more are the whole ellipse.
     void arc(const PenSettings& pen, PixelRect bounds, double start, double sweep);
     void pie(const PenSettings& pen, PixelRect bounds, double start, double sweep);
     void fill_pie(const BrushSettings& brush, PixelRect bounds, double start, double sweep);
@@ -53,6 +58,15 @@ public:
     void rotated_picture(ConstPixelBuffer picture, DrawPoint center, double scale, double degrees);
 
 private:
+    /// The path that the next shape is to be put in.
+    Path& begin();
+    bool add_part(PixelRect bounds, const DrawRect& box, double start, double sweep, bool isPie);
+    // What is in the path.
+    void stroke(const PenSettings& pen);
+    void fill(const BrushSettings& brush);
+    void blend_touched(Pixel color);
+    void blend_solid(PixelRect area, Pixel color);
+
     PixelBuffer target_;
     Rasterizer& rasterizer_;
     bool smooth_;
