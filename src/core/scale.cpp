@@ -13,42 +13,16 @@
 #include "core/compose.h"
 #include "core/kernel_path.h"
 #include "core/scale_bilinear-inl.h"
+#include "core/scale_close-inl.h"
 #include "core/scale_sums-inl.h"
 
 #if HWY_ONCE
 namespace pixvane {
 namespace {
 
-std::uint64_t weight_of(const ScaleAxis& axis, const Taps& taps, std::int32_t i) {
-    return static_cast<std::uint64_t>(i == 0                ? taps.firstWeight
-                                      : i == taps.count - 1 ? taps.lastWeight
-                                                            : axis.inner_weight());
-}
-
 /// Of integers, halves up.
 std::uint32_t rounded_quotient(std::uint64_t dividend, std::uint64_t divisor) {
     return static_cast<std::uint32_t>((2 * dividend + divisor) / (2 * divisor));
-}
-
-Pixel scaled_pixel(ConstPixelBuffer source, const Scaling& scaling, const Taps& columns, const Taps& rows) {
-    std::uint64_t total = 0, alpha = 0, red = 0, green = 0, blue = 0;
-    for (std::int32_t j = 0; j < rows.count; ++j) {
-        const Pixel* row = source.row(rows.first + j) + columns.first;
-        const std::uint64_t rowWeight = weight_of(scaling.y(), rows, j);
-        for (std::int32_t i = 0; i < columns.count; ++i) {
-            const std::uint64_t weight = rowWeight * weight_of(scaling.x(), columns, i);
-            const std::uint64_t visible = weight * alpha_of(row[i]);
-            total += weight;
-            alpha += visible;
-            red += visible * red_of(row[i]);
-            green += visible * green_of(row[i]);
-            blue += visible * blue_of(row[i]);
-        }
-    }
-    const std::uint32_t meanAlpha = rounded_quotient(alpha, total);
-    if (meanAlpha == 0) return 0;
-    return make_pixel(meanAlpha, rounded_quotient(red, alpha), rounded_quotient(green, alpha),
-                      rounded_quotient(blue, alpha));
 }
 
 void copy_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
@@ -65,11 +39,35 @@ void copy_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scali
 
 }  // namespace
 
+Pixel plain::scaled_pixel(ConstPixelBuffer source, const Scaling& scaling, std::int32_t x, std::int32_t y) {
+    const Taps& columns = scaling.x().taps(x);
+    const Taps& rows = scaling.y().taps(y);
+    std::uint64_t total = 0, alpha = 0, red = 0, green = 0, blue = 0;
+    for (std::int32_t j = 0; j < rows.count; ++j) {
+        const Pixel* row = source.row(rows.first + j) + columns.first;
+        const auto rowWeight = static_cast<std::uint64_t>(scaling.y().weight(rows, j));
+        for (std::int32_t i = 0; i < columns.count; ++i) {
+            const std::uint64_t weight =
+                rowWeight * static_cast<std::uint64_t>(scaling.x().weight(columns, i));
+            const std::uint64_t visible = weight * alpha_of(row[i]);
+            total += weight;
+            alpha += visible;
+            red += visible * red_of(row[i]);
+            green += visible * green_of(row[i]);
+            blue += visible * blue_of(row[i]);
+        }
+    }
+    const std::uint32_t meanAlpha = rounded_quotient(alpha, total);
+    if (meanAlpha == 0) return 0;
+    return make_pixel(meanAlpha, rounded_quotient(red, alpha), rounded_quotient(green, alpha),
+                      rounded_quotient(blue, alpha));
+}
+
 void plain::scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
                        std::int32_t first, std::int32_t last) {
     for (std::int32_t y = first; y < last; ++y) {
         for (std::int32_t x = 0; x < target.width; ++x)
-            target.row(y)[x] = scaled_pixel(source, scaling, scaling.x().taps(x), scaling.y().taps(y));
+            target.row(y)[x] = scaled_pixel(source, scaling, x, y);
     }
 }
 
@@ -79,18 +77,6 @@ void plain::scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scalin
 HWY_BEFORE_NAMESPACE();
 namespace pixvane::HWY_NAMESPACE {
 #if PIXVANE_VECTORS
-
-void scale_rows_by_sums(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
-                        std::int32_t first, std::int32_t last) {
-    SumScaler scaler(source, scaling);
-    if (!scaler.is_valid()) {
-        plain::scale_rows(source, target, scaling, first, last);
-        return;
-    }
-    for (std::int32_t y = first; y < last; ++y) {
-        if (!scaler.make_opaque_row(y, target.row(y))) scaler.make_row(y, target.row(y));
-    }
-}
 
 // Makes the rows that are not opaque, of a picture that is tried as an opaque one first.
 class OtherRows {
@@ -112,6 +98,35 @@ private:
     const Scaling& scaling_;
     std::optional<SumScaler> scaler_;
 };
+
+#if HWY_TARGET == HWY_AVX3_DL
+bool scale_rows_closely(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
+                        std::int32_t first, std::int32_t last) {
+    const CloseScaler scaler(source, scaling);
+    if (!scaler.is_valid()) return false;
+    OtherRows others(source, target, scaling);
+    for (std::int32_t y = first; y < last; ++y) {
+        if (!scaler.make_opaque_row(y, target.row(y))) others.make(y);
+    }
+    return true;
+}
+#else
+bool scale_rows_closely(ConstPixelBuffer, PixelBuffer, const Scaling&, std::int32_t, std::int32_t) {
+    return false;
+}
+#endif
+
+void scale_rows_by_sums(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
+                        std::int32_t first, std::int32_t last) {
+    SumScaler scaler(source, scaling);
+    if (!scaler.is_valid()) {
+        plain::scale_rows(source, target, scaling, first, last);
+        return;
+    }
+    for (std::int32_t y = first; y < last; ++y) {
+        if (!scaler.make_opaque_row(y, target.row(y))) scaler.make_row(y, target.row(y));
+    }
+}
 
 // The sums of the two source rows that are mixed at the moment; a row lies in the slot of its parity.
 template <bool kShort>
@@ -229,7 +244,7 @@ void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scal
         const WeightBits bits(scaling.x(), scaling.y());
         const auto run = bits.is_short() ? scale_rows_bilinear<MixShort> : scale_rows_bilinear<MixLong>;
         run(source, target, scaling, bits, first, last);
-    } else {
+    } else if (!scale_rows_closely(source, target, scaling, first, last)) {
         scale_rows_by_sums(source, target, scaling, first, last);
     }
 }

@@ -49,8 +49,10 @@ void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scal
 void scale(ConstPixelBuffer source, PixelBuffer target);
 
 namespace plain {
+/// The target's pixel (x, y).
+Pixel scaled_pixel(ConstPixelBuffer source, const Scaling& scaling, std::int32_t x, std::int32_t y);
 void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
                 std::int32_t last);
-}
+}  // namespace plain
 
 }  // namespace pixvane

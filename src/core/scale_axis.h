@@ -50,6 +50,10 @@ public:
 
     const Taps& taps(std::int32_t i) const { return taps_[static_cast<std::size_t>(i)]; }
     std::int32_t inner_weight() const { return range_.size; }
+    /// Of neighbour i of those.
+    std::int32_t weight(const Taps& taps, std::int32_t i) const {
+        return i == 0 ? taps.firstWeight : i == taps.count - 1 ? taps.lastWeight : inner_weight();
+    }
     /// Of all weights of a pixel.
     std::int32_t total_weight() const { return is_bilinear() ? kBilinearTotal : range_.length; }
     /// The total of the same weights without common divisors.

@@ -66,18 +66,65 @@ HWY_INLINE PixelVec low_bytes(const PixelVec (&v)[4]) {
     return joined(bytes_turned(mixed));
 }
 
+// Brings the source rows that the next row of the target needs, and this one did not, near meanwhile.
+class RowsAhead {
+public:
+    RowsAhead(ConstPixelBuffer source, const ScaleAxis& axis, std::int32_t y, std::int32_t steps) {
+        if (y + 1 >= axis.count() || steps < 1) return;
+        const std::int32_t first = axis.taps(y).first + axis.taps(y).count;
+        const std::int32_t last = axis.taps(y + 1).first + axis.taps(y + 1).count;
+        if (first >= last) return;
+        place_ = reinterpret_cast<const char*>(source.row(first));
+        end_ = reinterpret_cast<const char*>(source.row(last - 1) + source.width);
+        step_ = (end_ - place_) / steps + 1;
+    }
+    HWY_INLINE void fetch() {
+        constexpr std::ptrdiff_t kLine = 64;
+        for (std::ptrdiff_t left = std::min(step_, end_ - place_); left > 0; left -= kLine) {
+            hwy::Prefetch(place_);
+            place_ += std::min(kLine, left);
+        }
+    }
+
+private:
+    const char* place_ = nullptr;
+    const char* end_ = nullptr;
+    std::ptrdiff_t step_ = 0;
+};
+
+// How far results in floats can be relied on. Each of them is a sum of products of whole numbers and weights
+// that add up to 1.
+struct FloatLimits {
+    // Beyond, errors would add up and most pixels be done twice.
+    static constexpr std::int32_t kMostTaps = 16;
+    // Added to a result, brings whole numbers to the end of a float, rounded.
+    static constexpr float kShift = 8388608.0F;
+
+    FloatLimits() = default;
+    // `taps`: how many products are added up at most; `steps`: all sums are multiples of 1 / steps.
+    FloatLimits(std::int32_t taps, double steps) {
+        // Each weight, product and addition is off by 2^-24 of at most 256, and so is what tests the result.
+        const double error = (taps + 8) / 65536.0;
+        sure = static_cast<float>(0.5 - error);
+        // Middles belong to the upper result. A quarter of the least distance from them takes results away
+        // from there, so that all are sure where that distance is more than the errors; it is where weights
+        // are simple, and middles frequent.
+        bias = static_cast<float>(std::min(2 * error, 0.25 / steps));
+    }
+
+    float sure = 0;  // the distance from a whole number up to which a result may be rounded to it
+    float bias = 0;  // to be added to each sum
+};
+
 // The weights of the pixels of a row as floats, divided by the total of all weights: for each pixel as many
 // whole blocks as the one with the most neighbours needs.
 class FloatWeights {
 public:
-    // Beyond, errors would add up and most pixels be done twice.
-    static constexpr std::int32_t kMostTaps = 16;
-
     // `steps`: all sums divided by `total` are multiples of 1 / steps.
     FloatWeights(const ScaleAxis& axis, double total, double steps) {
         std::int32_t most = 0;
         for (std::int32_t x = 0; x < axis.count(); ++x) most = std::max(most, axis.taps(x).count);
-        if (most > kMostTaps) return;
+        if (most > FloatLimits::kMostTaps) return;
         stride_ = (most + kGroup - 1) / kGroup * kGroup;
         const std::size_t count = static_cast<std::size_t>(axis.count()) * static_cast<std::size_t>(stride_);
         starts_ = hwy::AllocateAligned<std::int32_t>(static_cast<std::size_t>(axis.count()));
@@ -89,29 +136,16 @@ public:
             const Taps& taps = axis.taps(x);
             starts_[static_cast<std::size_t>(x)] = 4 * (taps.first - axis.begin());
             float* to = weights_.get() + std::ptrdiff_t{stride_} * x;
-            for (std::int32_t i = 0; i < taps.count; ++i) {
-                const std::int32_t weight = i == 0                ? taps.firstWeight
-                                            : i == taps.count - 1 ? taps.lastWeight
-                                                                  : axis.inner_weight();
-                to[i] = static_cast<float>(weight / total);
-            }
+            for (std::int32_t i = 0; i < taps.count; ++i)
+                to[i] = static_cast<float>(axis.weight(taps, i) / total);
         }
-        // Each weight, product and addition is off by 2^-24 of at most 256, and so is what tests the result.
-        const double error = (stride_ + 8) / 65536.0;
-        sure_ = static_cast<float>(0.5 - error);
-        // Middles belong to the upper result. A quarter of the least distance from them takes results away
-        // from there, so that all are sure where that distance is more than the errors; it is where weights
-        // are simple, and middles frequent.
-        bias_ = static_cast<float>(std::min(2 * error, 0.25 / steps));
+        limits_ = FloatLimits(stride_, steps);
     }
     bool is_valid() const { return weights_ != nullptr; }
     std::int32_t stride() const { return stride_; }
     // stride() of them for each pixel.
     const float* weights() const { return weights_.get(); }
-    // The distance from a whole number up to which a result may be rounded to it.
-    float sure() const { return sure_; }
-    // To be added to each sum.
-    float bias() const { return bias_; }
+    const FloatLimits& limits() const { return limits_; }
     // Where the sums that make pixel x begin.
     std::int32_t start(std::int32_t x) const { return starts_[static_cast<std::size_t>(x)]; }
 
@@ -119,8 +153,7 @@ private:
     hwy::AlignedFreeUniquePtr<std::int32_t[]> starts_;
     hwy::AlignedFreeUniquePtr<float[]> weights_;
     std::int32_t stride_ = 0;
-    float sure_ = 0;
-    float bias_ = 0;
+    FloatLimits limits_;
 };
 
 }  // namespace pixvane::HWY_NAMESPACE

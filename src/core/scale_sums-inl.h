@@ -108,7 +108,7 @@ public:
         std::int32_t most = 0;
         for (std::int32_t i = 0; i < strips_; ++i) {
             enter(i);
-            most = std::max(most, blocks_ * kColumns + FloatWeights::kMostTaps + kGroup);
+            most = std::max(most, blocks_ * kColumns + FloatLimits::kMostTaps + kGroup);
         }
         const std::size_t size = static_cast<std::size_t>(most) * 4;
         sums_ = hwy::AllocateAligned<std::int32_t>(size);
@@ -121,7 +121,7 @@ public:
         const PixelTag d;
         if (!floats_)
             floats_.emplace(scaling_.x(), total(), double{scaling_.x().steps()} * scaling_.y().steps());
-        Ahead ahead(source_, scaling_.y(), y, scaling_.x().count() / kColumns);
+        RowsAhead ahead(source_, scaling_.y(), y, scaling_.x().count() / kColumns);
         for (std::int32_t i = 0; i < strips_; ++i) {
             enter(i);
             PixelVec common = hn::Set(d, ~0u);
@@ -160,32 +160,6 @@ private:
     // Sums with alpha take 32 bits; less this they fit signed numbers, which convert faster.
     static constexpr double kOffset = 2147483648.0;
 
-    // Brings the source rows that the next row of the target needs, and this one did not, near meanwhile.
-    class Ahead {
-    public:
-        Ahead(ConstPixelBuffer source, const ScaleAxis& axis, std::int32_t y, std::int32_t steps) {
-            if (y + 1 >= axis.count() || steps < 1) return;
-            const std::int32_t first = axis.taps(y).first + axis.taps(y).count;
-            const std::int32_t last = axis.taps(y + 1).first + axis.taps(y + 1).count;
-            if (first >= last) return;
-            place_ = reinterpret_cast<const char*>(source.row(first));
-            end_ = reinterpret_cast<const char*>(source.row(last - 1) + source.width);
-            step_ = (end_ - place_) / steps + 1;
-        }
-        HWY_INLINE void fetch() {
-            constexpr std::ptrdiff_t kLine = 64;
-            for (std::ptrdiff_t left = std::min(step_, end_ - place_); left > 0; left -= kLine) {
-                hwy::Prefetch(place_);
-                place_ += std::min(kLine, left);
-            }
-        }
-
-    private:
-        const char* place_ = nullptr;
-        const char* end_ = nullptr;
-        std::ptrdiff_t step_ = 0;
-    };
-
     double total() const {
         return static_cast<double>(scaling_.x().total_weight()) * scaling_.y().total_weight();
     }
@@ -215,12 +189,7 @@ private:
         for (std::int32_t i = 0; i < taps.count; i += kChunk) {
             const std::int32_t count = std::min(kChunk, taps.count - i);
             std::fill_n(weights, kChunk, 0);
-            for (std::int32_t k = 0; k < count; ++k) {
-                const bool isLast = i + k == taps.count - 1;
-                weights[k] = i + k == 0 ? taps.firstWeight
-                             : isLast   ? taps.lastWeight
-                                        : scaling_.y().inner_weight();
-            }
+            for (std::int32_t k = 0; k < count; ++k) weights[k] = scaling_.y().weight(taps, i + k);
             work(source_.row(taps.first + i) + begin_, count, weights, i == 0);
         }
         // The last block was moved to the left by what it reached over the end; its sums were not.
@@ -315,13 +284,12 @@ private:
 
     // A vector of pixels at a time.
     template <bool kSingle>
-    HWY_INLINE void divide_in_floats(Pixel* to, Ahead& ahead) {
+    HWY_INLINE void divide_in_floats(Pixel* to, RowsAhead& ahead) {
         const FloatTag d;
         const PixelTag d32;
-        // Brings whole numbers to the end of a float, rounded.
-        const auto shift = hn::Set(d, 8388608.0f);
-        const auto bias = hn::Set(d, floats_->bias());
-        const auto sure = hn::Set(d, floats_->sure());
+        const auto shift = hn::Set(d, FloatLimits::kShift);
+        const auto bias = hn::Set(d, floats_->limits().bias);
+        const auto sure = hn::Set(d, floats_->limits().sure);
         for (std::int32_t i = first_; i < last_; i += kColumns) {
             // The last vector overlaps the one before it.
             const std::int32_t x = std::min(i, last_ - kColumns);

@@ -170,6 +170,19 @@ TEST_P(ScaleOnEveryInstructionSet, equals_the_plain_version) {
     }
 }
 
+TEST_P(ScaleOnEveryInstructionSet, equals_the_plain_version_where_few_neighbours_make_a_pixel) {
+    const TargetScope scope(GetParam());
+    for (std::int32_t width = 96; width <= 200; ++width) {
+        Picture source = random_opaque_picture(400, 31, static_cast<std::uint64_t>(width));
+        // Few values, so that many results lie in the middle of two.
+        if (width % 2 == 0) {
+            for (Pixel& p : source.pixels) p &= 0xFF010101;
+        }
+        if (width % 5 == 0) source.pixels[static_cast<std::size_t>(width)] = 0x80FF8040;
+        expect_plain_result(source, width, 3 + width % 29);
+    }
+}
+
 TEST_P(ScaleOnEveryInstructionSet, equals_the_plain_version_at_the_ends_of_the_numbers) {
     const TargetScope scope(GetParam());
     // The largest sums: all white, all opaque, or all but opaque, in the longest of rows and columns.
