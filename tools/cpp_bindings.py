@@ -13,6 +13,7 @@ ARGUMENT_TYPES = {
     "bytes": "View<std::uint8_t>",
     "integers": "View<std::int32_t>",
     "points": "View<std::int32_t>",
+    "values": "const Values&...",
 }
 RESULT_TYPES = {
     "null": "void",
@@ -25,7 +26,7 @@ RESULT_TYPES = {
     "integers": "std::vector<std::int32_t>",
     "points": "std::vector<std::int32_t>",
 }
-TO_VALUE = {"color": "pixvane_color(%s)", "points": "points_value(%s)"}
+TO_VALUE = {"color": "pixvane_color(%s)", "points": "points_value(%s)", "values": "to_value(%s)..."}
 # How the call is written into, and what follows it.
 SCALAR_CALLS = {
     "null": ("call(", ");"),
@@ -114,6 +115,8 @@ def function(member, name, result, arguments):
     parameters = ["%s %s" % (ARGUMENT_TYPES[a.kind], a.name) for a in arguments]
     values = [TO_VALUE.get(a.kind, "to_value(%s)") % a.name for a in arguments]
     lines = comment(member, arguments)
+    if any(a.kind == "values" for a in arguments):
+        lines.append("    template <class... Values>")
     lines += wrapped(4, "%s %s(" % (RESULT_TYPES[result], name), parameters, ") {")
     lines.append('        static const std::int32_t member = pixvane_find_member("%s");' % member.name)
     opening, closing = SCALAR_CALLS.get(result, ("const pixvane_value result = call(", ");"))

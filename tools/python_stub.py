@@ -13,6 +13,7 @@ ARGUMENT_TYPES = {
     "bytes": "Optional[Buffer]",
     "integers": "Iterable[int]",
     "points": "Iterable[int]",
+    "values": "Any",
 }
 RESULT_TYPES = {
     "null": "None",
@@ -97,7 +98,9 @@ def parameter(argument):
 
 
 def method(member):
-    parameters = ["self"] + [parameter(a) for a in member.arguments] + (["/"] if member.arguments else [])
+    fixed = [parameter(a) for a in member.arguments if a.kind != "values"]
+    parameters = ["self"] + fixed + (["/"] if fixed else [])
+    parameters += ["*" + parameter(a) for a in member.arguments if a.kind == "values"]
     head = "    def %s(%s) -> %s:" % (member.name, ", ".join(parameters), RESULT_TYPES[member.result])
     return ["", head] + docstring(member)
 

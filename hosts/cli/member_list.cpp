@@ -112,6 +112,8 @@ const char* kind_name(std::int32_t kind) {
             return "points";
         case PIXVANE_COLOR:
             return "color";
+        case PIXVANE_VALUES:
+            return "values";
         default:
             return "null";
     }

@@ -142,6 +142,9 @@ void check_usable(const MemberInfo& member, bool hasValue) {
     if (member.type == PIXVANE_EVENT) throw UsageFailure(concat(name, " is an event, which can't be a step"));
     if (member.type == PIXVANE_PROPERTY && !member.writable)
         throw UsageFailure(concat(name, " can only be read, so it can't be a step"));
+    if (std::string_view(member.category) == "Live preview")
+        throw UsageFailure(
+            concat(name, " shows a step before it is taken, which a command line has no use for"));
     for (const ArgumentInfo& argument : arguments_of(member))
         if (argument.kind == PIXVANE_BYTES || argument.kind == PIXVANE_POINTS)
             throw UsageFailure(concat(name, " takes ", kind_name(argument.kind),

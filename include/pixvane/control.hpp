@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -41,7 +42,9 @@ class View {
 public:
     View(std::nullptr_t) noexcept {}
     View(const T* data, std::size_t size) noexcept : data_(data), size_(size), isNull_(false) {}
-    template <class Container, class = decltype(std::declval<const Container&>().data()),
+    template <class Container,
+              class = std::enable_if_t<
+                  std::is_convertible_v<decltype(std::declval<const Container&>().data()), const T*>>,
               class = decltype(std::declval<const Container&>().size())>
     View(const Container& elements) noexcept : View(elements.data(), elements.size()) {}
 
@@ -55,12 +58,36 @@ private:
     bool isNull_ = true;
 };
 
+/// A picture of one of the control's own cursors: bytes B, G, R, A with straight alpha, rows top first.
+struct CursorImage {
+    std::vector<std::uint8_t> pixels;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    std::int32_t hotX = 0;
+    std::int32_t hotY = 0;
+};
+
 /// A composed frame: bytes B, G, R, X, rows top first.
 struct Frame {
     std::vector<std::uint8_t> pixels;
     std::int32_t width = 0;
     std::int32_t height = 0;
 };
+
+/// Throws Error for a number that names none of them; the arrow, 0, is the system's.
+inline CursorImage cursor_image(std::int32_t cursor) {
+    CursorImage image;
+    const auto ask = [&] {
+        const pixvane_status status =
+            pixvane_cursor_image(cursor, image.pixels.empty() ? nullptr : image.pixels.data(),
+                                 image.pixels.size(), &image.width, &image.height, &image.hotX, &image.hotY);
+        if (status != PIXVANE_OK) throw Error(status, "cursor_image");
+    };
+    ask();
+    image.pixels.resize(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height) * 4);
+    ask();
+    return image;
+}
 
 /// Owns one control of the library. It can be moved, not copied, and must not end within one of its own
 /// call-backs. What an event handler throws is thrown again by the call that made the event fire.
@@ -183,6 +210,8 @@ protected:
     static pixvane_value to_value(std::int32_t number) { return pixvane_int32(number); }
     static pixvane_value to_value(double number) { return pixvane_double(number); }
     static pixvane_value to_value(bool truth) { return pixvane_bool(truth ? 1 : 0); }
+    static pixvane_value to_value(std::uint32_t color) { return pixvane_color(color); }
+    static pixvane_value to_value(const char* text) { return pixvane_string(text); }
     static pixvane_value to_value(std::string_view text) {
         return pixvane_string_n(text.data(), text.size());
     }

@@ -67,7 +67,8 @@ enum {
     PIXVANE_BYTES = 5,       /* data: size bytes */
     PIXVANE_INT32_ARRAY = 6, /* data: size numbers of type int32_t */
     PIXVANE_POINTS = 7,      /* data: size points, each two int32_t: x, y */
-    PIXVANE_COLOR = 8        /* i: 0x00BBGGRR; where a colour is wanted an INT32 fits as well */
+    PIXVANE_COLOR = 8,       /* i: 0x00BBGGRR; where a colour is wanted an INT32 fits as well */
+    PIXVANE_VALUES = 9       /* no kind of a value: a last argument that stands for any number of values */
 };
 
 typedef struct pixvane_value {
@@ -150,7 +151,7 @@ typedef struct pixvane_host {
     void (*stop_timer)(void* user, int32_t id);
     /* Send all mouse messages to the control, wherever the pointer is (1), or no longer (0). */
     void (*set_capture)(void* user, int32_t captured);
-    /* 0 the arrow; the other numbers are cursors of the control's own. */
+    /* 0 the arrow; the other numbers are cursors of the control's own (pixvane_cursor_image). */
     void (*set_cursor)(void* user, int32_t cursor);
     /* Put the bytes of a BMP file on the clipboard; returns 0 if that fails. */
     int32_t (*offer_clipboard)(void* user, const void* bmp, size_t size);
@@ -162,7 +163,8 @@ typedef struct pixvane_host {
 /* Creates a control without a picture, in a window of size 0 x 0. `host` may be null. */
 PIXVANE_API pixvane_status pixvane_create(const pixvane_host* host, pixvane_control** control);
 
-/* Frees a control; null is fine. Legal from any thread while no call is inside, else PIXVANE_E_BUSY (so also
+/* Frees a control; null is fine. What it holds of the window, a timer and the mouse, it gives back first, by
+ * the call-backs of its host. Legal from any thread while no call is inside, else PIXVANE_E_BUSY (so also
  * from within one of the control's own call-backs). */
 PIXVANE_API pixvane_status pixvane_free(pixvane_control* control);
 
@@ -259,8 +261,8 @@ enum { PIXVANE_HELD_LEFT = 1, PIXVANE_HELD_MIDDLE = 2, PIXVANE_HELD_RIGHT = 4 };
 
 /* The client size, 0..65535 a side. */
 PIXVANE_API pixvane_status pixvane_window_resize(pixvane_control* control, int32_t width, int32_t height);
-/* What the mouse does, in client coordinates. `button` counts for all but moves, `held` (a sum of
- * PIXVANE_HELD_...) for moves. */
+/* What the mouse does, in client coordinates, which are taken as 16 bits with a sign. `button` counts for all
+ * but moves, `held` (a sum of PIXVANE_HELD_...) for moves. */
 PIXVANE_API pixvane_status pixvane_window_mouse(pixvane_control* control, int32_t what, int32_t button,
                                                 int32_t x, int32_t y, int32_t held);
 /* The wheel turned by whole notches, positive away from the user: zooms at the pointer. */
@@ -288,6 +290,12 @@ PIXVANE_API pixvane_status pixvane_window_timers(pixvane_control* control, int32
                                                  int32_t* milliseconds, size_t capacity, size_t* count);
 PIXVANE_API pixvane_status pixvane_window_captured(pixvane_control* control, int32_t* captured);
 PIXVANE_API pixvane_status pixvane_window_cursor(pixvane_control* control, int32_t* cursor);
+
+/* The picture of one of the control's own cursors: its size and hot spot, and if `buffer` is not null its
+ * pixels, bytes B, G, R, A with straight alpha, rows top first (PIXVANE_E_RANGE if `capacity` bytes are too
+ * few, or if there is no such cursor; the arrow is the system's). */
+PIXVANE_API pixvane_status pixvane_cursor_image(int32_t cursor, void* buffer, size_t capacity, int32_t* width,
+                                                int32_t* height, int32_t* hot_x, int32_t* hot_y);
 
 /* ---- The process -------------------------------------------------------------------------------------- */
 

@@ -592,6 +592,121 @@ public:
         call("EndUpdate", member);
     }
 
+    // ---- Mouse ----
+
+    /// Mode of the mouse: 0 none, 1 to 26 a tool; a put resets every tool.
+    std::int32_t PaintStatus() {
+        static const std::int32_t member = pixvane_find_member("PaintStatus");
+        return call("PaintStatus", member).i;
+    }
+    /// Mode of the mouse: 0 none, 1 to 26 a tool; a put resets every tool.
+    /// Value: integer, slider 0 to 26, default 0.
+    void put_PaintStatus(std::int32_t Value) {
+        static const std::int32_t member = pixvane_find_member("PaintStatus");
+        call("PaintStatus", member, to_value(Value));
+    }
+    /// A button (0 left, 1 middle, 2 right) was pressed at a point of the picture.
+    std::int32_t on_OnMouseDown(std::function<void(std::int32_t Button, std::int32_t X,
+                                                   std::int32_t Y)> handler) {
+        return on("OnMouseDown", [handler = std::move(handler)](const pixvane_value* values, std::size_t) {
+            handler(values[0].i, values[1].i, values[2].i);
+        });
+    }
+    /// A button was released at a point of the picture.
+    std::int32_t on_OnMouseUp(std::function<void(std::int32_t Button, std::int32_t X,
+                                                 std::int32_t Y)> handler) {
+        return on("OnMouseUp", [handler = std::move(handler)](const pixvane_value* values, std::size_t) {
+            handler(values[0].i, values[1].i, values[2].i);
+        });
+    }
+    /// The pointer moved, with a button held or -1, to a point of the picture.
+    std::int32_t on_OnMouseMove(std::function<void(std::int32_t Button, std::int32_t X,
+                                                   std::int32_t Y)> handler) {
+        return on("OnMouseMove", [handler = std::move(handler)](const pixvane_value* values, std::size_t) {
+            handler(values[0].i, values[1].i, values[2].i);
+        });
+    }
+    /// A button was double-clicked at a point of the picture.
+    std::int32_t on_OnDblClick(std::function<void(std::int32_t Button, std::int32_t X,
+                                                  std::int32_t Y)> handler) {
+        return on("OnDblClick", [handler = std::move(handler)](const pixvane_value* values, std::size_t) {
+            handler(values[0].i, values[1].i, values[2].i);
+        });
+    }
+    /// A track point was picked in mode 21.
+    std::int32_t on_OnTrackPointMouseDown(std::function<void(std::int32_t X, std::int32_t Y)> handler) {
+        return on("OnTrackPointMouseDown", [handler = std::move(handler)](const pixvane_value* values, std::size_t) {
+            handler(values[0].i, values[1].i);
+        });
+    }
+    /// The track point that is held was dragged.
+    std::int32_t on_OnTrackPointMouseMove(std::function<void(std::int32_t X, std::int32_t Y)> handler) {
+        return on("OnTrackPointMouseMove", [handler = std::move(handler)](const pixvane_value* values, std::size_t) {
+            handler(values[0].i, values[1].i);
+        });
+    }
+    /// The track point that was held is let go.
+    std::int32_t on_OnTrackPointMouseUp(std::function<void(std::int32_t X, std::int32_t Y)> handler) {
+        return on("OnTrackPointMouseUp", [handler = std::move(handler)](const pixvane_value* values, std::size_t) {
+            handler(values[0].i, values[1].i);
+        });
+    }
+    /// APPLY was pressed in mode 20: the picture is rotated.
+    std::int32_t on_OnHitApplyRotate(std::function<void()> handler) {
+        return on("OnHitApplyRotate", [handler = std::move(handler)](const pixvane_value*, std::size_t) {
+            handler();
+        });
+    }
+    /// CANCEL was pressed in mode 20: the picture stays as it is.
+    std::int32_t on_OnHitCancelRotate(std::function<void()> handler) {
+        return on("OnHitCancelRotate", [handler = std::move(handler)](const pixvane_value*, std::size_t) {
+            handler();
+        });
+    }
+    /// The angle of rotation was dragged in mode 20.
+    std::int32_t on_OnRotateAt(std::function<void(double Angle)> handler) {
+        return on("OnRotateAt", [handler = std::move(handler)](const pixvane_value* values, std::size_t) {
+            handler(values[0].d);
+        });
+    }
+    /// Red eyes were corrected in mode 19.
+    std::int32_t on_OnRedEyeCorrect(std::function<void()> handler) {
+        return on("OnRedEyeCorrect", [handler = std::move(handler)](const pixvane_value*, std::size_t) {
+            handler();
+        });
+    }
+    /// Another colour was picked in mode 26.
+    std::int32_t on_OnColorChanged(std::function<void()> handler) {
+        return on("OnColorChanged", [handler = std::move(handler)](const pixvane_value*, std::size_t) {
+            handler();
+        });
+    }
+    /// The close box of the overview was pressed; hiding it is up to the host.
+    std::int32_t on_OnHitCloseScrollWindow(std::function<void()> handler) {
+        return on("OnHitCloseScrollWindow", [handler = std::move(handler)](const pixvane_value*, std::size_t) {
+            handler();
+        });
+    }
+
+    // ---- Live preview ----
+
+    /// Opens a preview; any edit, undo, new document or mode ends it again.
+    void BeginPreview() {
+        static const std::int32_t member = pixvane_find_member("BeginPreview");
+        call("BeginPreview", member);
+    }
+    /// Shows what a command would make of the picture, until the next one is shown.
+    template <class... Values>
+    void Preview(std::string_view Name, const Values&... Arguments) {
+        static const std::int32_t member = pixvane_find_member("Preview");
+        call("Preview", member, to_value(Name), to_value(Arguments)...);
+    }
+    /// Ends the preview; with Apply the command shown last is called.
+    void EndPreview(bool Apply) {
+        static const std::int32_t member = pixvane_find_member("EndPreview");
+        call("EndPreview", member, to_value(Apply));
+    }
+
     // ---- Pen ----
 
     /// Width of outlines in pixels.

@@ -33,6 +33,8 @@ pixvane_status invoke_row(pixvane_control* handle, const Row* row, const pixvane
         handle->result = {};
         Result made;
         switch (invoke(*row, handle->control, {values.data(), count}, made)) {
+            case Status::Member:
+                return PIXVANE_E_MEMBER;
             case Status::Count:
                 return PIXVANE_E_COUNT;
             case Status::Type:
@@ -73,6 +75,9 @@ pixvane_status pixvane_free(pixvane_control* control) {
     if (!control->owner.compare_exchange_strong(nobody, std::this_thread::get_id(),
                                                 std::memory_order_acquire))
         return PIXVANE_E_BUSY;
+    // Call-backs that call in must not give the control away.
+    ++control->depth;
+    control->control.window_destroyed();
     delete control;
     // Memory is kept for the next picture; where there is none left, nobody waits for it.
     if (PixelMemory::instance().in_use() == 0) PixelMemory::instance().trim();
@@ -139,13 +144,17 @@ pixvane_status pixvane_window_resize(pixvane_control* control, int32_t width, in
     });
 }
 
-pixvane_status pixvane_window_mouse(pixvane_control* control, int32_t what, int32_t button, int32_t, int32_t,
-                                    int32_t) {
+pixvane_status pixvane_window_mouse(pixvane_control* control, int32_t what, int32_t button, int32_t x,
+                                    int32_t y, int32_t held) {
     return guarded(control, [&]() -> pixvane_status {
         const bool known = what >= PIXVANE_MOUSE_DOWN && what <= PIXVANE_DOUBLE_CLICK;
         const bool anyButton = what == PIXVANE_MOUSE_MOVE;
         if (!known || (!anyButton && (button < PIXVANE_LEFT || button > PIXVANE_RIGHT)))
             return PIXVANE_E_RANGE;
+        control->control.window_mouse({static_cast<MouseMessage::What>(what),
+                                       anyButton ? MouseButton::Left : static_cast<MouseButton>(button),
+                                       {x, y},
+                                       held});
         return PIXVANE_OK;
     });
 }
@@ -154,8 +163,11 @@ pixvane_status pixvane_window_wheel(pixvane_control* control, int32_t notches, i
     return pixvane_window_zoom_at(control, notches, x, y);
 }
 
-pixvane_status pixvane_window_timer(pixvane_control* control, int32_t) {
-    return guarded(control, [] { return PIXVANE_OK; });
+pixvane_status pixvane_window_timer(pixvane_control* control, int32_t id) {
+    return guarded(control, [&] {
+        control->control.window_timer(id);
+        return PIXVANE_OK;
+    });
 }
 
 pixvane_status pixvane_window_drop(pixvane_control* control, const char* const* paths, size_t count) {

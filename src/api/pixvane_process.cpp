@@ -1,6 +1,7 @@
 // The C interface: the list of members, statuses, and what concerns the whole process.
 // SPDX-License-Identifier: MIT
 #include <cmath>
+#include <cstring>
 #include <deque>
 #include <exception>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "core/pixel_memory.h"
 #include "core/random.h"
 #include "pixvane/pixvane.h"
+#include "view/cursors.h"
 
 using namespace pixvane;
 
@@ -100,6 +102,26 @@ size_t pixvane_member_count(void) { return listing() == nullptr ? 0 : listing()-
 
 const pixvane_member_info* pixvane_member_at(size_t index) {
     return index < pixvane_member_count() ? &listing()->members[index] : nullptr;
+}
+
+pixvane_status pixvane_cursor_image(int32_t cursor, void* buffer, size_t capacity, int32_t* width,
+                                    int32_t* height, int32_t* hot_x, int32_t* hot_y) {
+    if (width == nullptr || height == nullptr || hot_x == nullptr || hot_y == nullptr) return PIXVANE_E_NULL;
+    try {
+        const std::optional<CursorImage> image = cursor_image(cursor);
+        if (!image) return PIXVANE_E_RANGE;
+        *width = image->width;
+        *height = image->height;
+        *hot_x = image->hotSpot.x;
+        *hot_y = image->hotSpot.y;
+        if (buffer == nullptr) return PIXVANE_OK;
+        const std::size_t bytes = image->pixels.size() * sizeof(Pixel);
+        if (capacity < bytes) return PIXVANE_E_RANGE;
+        std::memcpy(buffer, image->pixels.data(), bytes);
+        return PIXVANE_OK;
+    } catch (const std::bad_alloc&) {
+        return PIXVANE_E_MEMORY;
+    }
 }
 
 pixvane_status pixvane_set_worker_threads(int32_t count) {

@@ -12,21 +12,8 @@ static_assert(
     static_cast<int>(Kind::Double) == PIXVANE_DOUBLE && static_cast<int>(Kind::Bool) == PIXVANE_BOOL &&
     static_cast<int>(Kind::String) == PIXVANE_STRING && static_cast<int>(Kind::Bytes) == PIXVANE_BYTES &&
     static_cast<int>(Kind::Int32Array) == PIXVANE_INT32_ARRAY &&
-    static_cast<int>(Kind::Points) == PIXVANE_POINTS && static_cast<int>(Kind::Color) == PIXVANE_COLOR);
-
-std::size_t element_size(Kind kind) {
-    switch (kind) {
-        case Kind::String:
-        case Kind::Bytes:
-            return 1;
-        case Kind::Int32Array:
-            return 4;
-        case Kind::Points:
-            return 8;
-        default:
-            return 0;
-    }
-}
+    static_cast<int>(Kind::Points) == PIXVANE_POINTS && static_cast<int>(Kind::Color) == PIXVANE_COLOR &&
+    static_cast<int>(Kind::Values) == PIXVANE_VALUES);
 
 }  // namespace
 

@@ -9,12 +9,14 @@
 #include <string_view>
 
 #include "control/events.h"
+#include "control/held_call.h"
 #include "control/ports.h"
 #include "control/value.h"
 #include "core/image_store.h"
 #include "core/parallel_rows.h"
 #include "draw/draw_settings.h"
 #include "macros/macro_script.h"
+#include "view/mouse_dispatch.h"
 #include "view/scroll_window.h"
 
 namespace pixvane {
@@ -23,13 +25,16 @@ struct Row;
 
 /// Members keep their published names; the table (member_table.h) says what hosts may call. Bad arguments
 /// make a member do nothing.
-class CPixvane {
+class CPixvane final : private MouseHost {
 public:
     explicit CPixvane(const Ports& ports)
         : store_(ports.codec, ports.files),
           files_(ports.files),
           window_(ports.window),
-          rasterizer_(ports.rasterizer) {}
+          rasterizer_(ports.rasterizer),
+          mouse_(*this, store_.view, scrollWindow_, ports.window) {}
+    CPixvane(const CPixvane&) = delete;
+    CPixvane& operator=(const CPixvane&) = delete;
 
     ImageStore& store() { return store_; }
     Events& events() { return events_; }
@@ -46,7 +51,7 @@ public:
     }
     /// Tells the window that the view has changed; nothing while updates are suspended or before the first
     /// resize.
-    void Repaint();
+    void Repaint() override;
 
     // Documents.
     void NewImage(std::int32_t width, std::int32_t height);
@@ -100,8 +105,6 @@ public:
     ScrollWindow& scroll_window() { return scrollWindow_; }
 
     // View.
-    /// The tool that is chosen; 0: none.
-    std::int32_t PaintStatus() { return 0; }
     void BeginUpdate() { updatesSuspended_ = true; }
     void EndUpdate();
     double Zoom() { return store_.view.zoom(); }
@@ -110,12 +113,32 @@ public:
     void ActialSize();
     void ZoomToFit();
 
+    // The mouse.
+    /// The tool that is chosen; 0: none.
+    std::int32_t PaintStatus() { return mouse_.mode(); }
+    /// Nothing without a picture. Resets every tool, also where the mode stays.
+    void put_PaintStatus(std::int32_t mode);
+    MouseDispatch& mouse() { return mouse_; }
+
+    // Live preview: what a command would make of the picture is shown, and nothing is kept of it. Any
+    // command, macro, step of the history, new document or mode ends it, unapplied.
+    void BeginPreview();
+    /// The command and its arguments fit. Nothing unless a preview was begun.
+    void Preview(std::string_view command, Values arguments);
+    /// With `apply` the command that was previewed last is called.
+    void EndPreview(bool apply);
+    void end_preview();
+
     // What the window reports.
     void window_resized(std::int32_t width, std::int32_t height);
     void window_zoom_at(std::int32_t steps, WindowPoint at);
     void window_pan(std::int32_t dx, std::int32_t dy);
     /// Fires OnDropFile; the picture stays.
     void file_dropped(std::string_view path);
+    void window_mouse(const MouseMessage& message) { mouse_.handle(message); }
+    void window_timer(std::int32_t id) { mouse_.tick(id); }
+    /// Gives timers and capture back.
+    void window_destroyed() { mouse_.release_window(); }
 
     // Fonts.
     std::int32_t FontCount();
@@ -139,6 +162,21 @@ public:
     void PlayMacros();
 
 private:
+    // MouseHost
+    ConstPixelBuffer current_picture() const override { return store_.current(); }
+    const DrawSettings& draw_settings() const override { return settings_; }
+    void run_command(std::string_view command, std::span<const Value> arguments) override;
+    void fire_event(std::string_view event, std::span<const Value> arguments) override {
+        events_.fire(event, arguments);
+    }
+
+    /// Before the document is replaced.
+    void leave_document() { end_preview(); }
+    /// After it was.
+    void leave_tool();
+    void change_zoom(void (Viewport::*change)());
+    template <class Change>
+    bool change_view(Change change);
     void append_step(const Row& row, std::span<const Value> arguments);
     std::optional<filters::Histogram> histogram(filters::Channel channel);
     void put_color(Pixel& setting, Color color);
@@ -154,6 +192,9 @@ private:
     bool recording_ = false;
     bool playingMacro_ = false;
     ScrollWindow scrollWindow_;
+    MouseDispatch mouse_;
+    bool previewIsOpen_ = false;
+    std::optional<HeldCall> previewed_;
     Pixel backColor1_ = 0xFF00008B;
     bool autoResize_ = false;
     bool updatesSuspended_ = false;

@@ -96,6 +96,7 @@ bool CPixvane::LoadMacros(std::string_view path) {
 
 void CPixvane::PlayMacros() {
     if (store_.is_empty() || playingMacro_) return;
+    end_preview();
     {
         const SettingsScope settings(*this);
         // The script must stay as it is under the player, whoever calls back.

@@ -12,7 +12,7 @@ namespace {
 std::vector<Row> join_rows(bool steps) {
     std::vector<Row> all;
     for (auto part : {document_rows, adjust_rows, area_rows, effect_rows, geometry_rows, view_rows,
-                      settings_rows, macro_rows, step_rows})
+                      interaction_rows, settings_rows, macro_rows, step_rows})
         for (Row& row : part())
             if ((row.type == MemberType::Step) == steps) all.push_back(std::move(row));
     return all;
@@ -83,6 +83,7 @@ Row recorded_only(Row row) {
 }
 
 Result detail::call_command(const Row& row, CPixvane& control, std::span<const Value> values) {
+    control.end_preview();
     if (row.records == Records::Before) control.record(row, values);
     const bool ran = row.apply(row, control, values);
     if (ran && row.records == Records::IfRun) control.record(row, values);
@@ -90,23 +91,26 @@ Result detail::call_command(const Row& row, CPixvane& control, std::span<const V
     return {};
 }
 
-Status invoke(const Row& row, CPixvane& control, std::span<const Value> arguments, Result& result) {
-    Row::Thunk thunk = row.callThunk;
-    std::size_t wanted = row.arguments.size();
-    if (row.type == MemberType::Property) {
-        if (!arguments.empty())
-            thunk = row.putThunk;
-        else
-            wanted = 0;
-    }
-    if (thunk == nullptr || arguments.size() != wanted) return Status::Count;
+Status check_arguments(const Row& row, std::span<const Value> arguments) {
+    const bool isOpen = !row.arguments.empty() && row.arguments.back().kind == Kind::Values;
+    const std::size_t wanted = row.arguments.size() - (isOpen ? 1 : 0);
+    if (isOpen ? arguments.size() < wanted : arguments.size() != wanted) return Status::Count;
     for (std::size_t i = 0; i < wanted; ++i) {
         if (!fits(row.arguments[i].kind, arguments[i].kind)) return Status::Type;
         const bool isByte = arguments[i].i >= 0 && arguments[i].i <= 255;
         if (row.arguments[i].field == Field::Byte && !isByte) return Status::Type;
     }
-    result = thunk(row, control, arguments);
-    return Status::Ok;
+    return row.check == nullptr ? Status::Ok : row.check(arguments);
+}
+
+Status invoke(const Row& row, CPixvane& control, std::span<const Value> arguments, Result& result) {
+    const bool isProperty = row.type == MemberType::Property;
+    const bool isGet = isProperty && arguments.empty();
+    const Row::Thunk thunk = isProperty && !isGet ? row.putThunk : row.callThunk;
+    if (thunk == nullptr) return Status::Count;
+    const Status status = isGet ? Status::Ok : check_arguments(row, arguments);
+    if (status == Status::Ok) result = thunk(row, control, arguments);
+    return status;
 }
 
 }  // namespace pixvane

@@ -38,7 +38,7 @@ struct Arg {
 enum class MemberType : std::int32_t { Method, Property, Event, Step };
 /// When a command is recorded: before it runs, whatever comes of it; or after it, if it ran.
 enum class Records { Before, IfRun };
-enum class Status { Ok, Count, Type };
+enum class Status { Ok, Member, Count, Type };
 
 /// A pointer to a member function of CPixvane, its signature put away.
 class ErasedMember {
@@ -95,12 +95,14 @@ struct Row {
     using Thunk = Result (*)(const Row& row, CPixvane& control, std::span<const Value> arguments);
     /// Does what the member does to picture or settings, without anything around it; says whether it did.
     using Apply = bool (*)(const Row& row, CPixvane& control, std::span<const Value> arguments);
+    using Check = Status (*)(std::span<const Value> arguments);
     FreeFunction run = nullptr;   ///< or what sets a setting
     FreeFunction read = nullptr;  ///< what reads a setting
     ErasedMember method = {};     ///< or the get of a property
     ErasedMember put = {};
     Thunk callThunk = nullptr;  ///< of a property: get
     Thunk putThunk = nullptr;
+    Check check = nullptr;         ///< what else the arguments must be, once their number and kinds are right
     Apply apply = nullptr;         ///< also what playing its step does; without it a step is passed over
     Thunk currentThunk = nullptr;  ///< of a setting: its value as a macro records it
     /// Of a setting: adds its step as it is now to the macro, if there is anything to add.
@@ -125,17 +127,27 @@ std::span<const Row> step_table();
 /// Whether the put of a setting takes a value.
 bool accepts_setting(const Row& row, CPixvane& control, const Value& value);
 
-/// Calls a method, gets a property (no argument) or puts it (one). Checks the arguments' number and kinds.
+/// Whether arguments fit a method or the put of a property, in number and kinds.
+Status check_arguments(const Row& row, std::span<const Value> arguments);
+/// Calls a method, gets a property (no argument) or puts it (one). Checks the arguments.
 Status invoke(const Row& row, CPixvane& control, std::span<const Value> arguments, Result& result);
 
 // ---- Making rows. Each deduces the kinds from the function that it is given. ----
 
 namespace detail {
 
+template <class A>
+A argument_at(std::span<const Value> values, std::size_t index) {
+    if constexpr (std::is_same_v<A, Values>)
+        return values.subspan(index);
+    else
+        return Wire<A>::get(values[index]);
+}
+
 template <class... A, class Function, std::size_t... I>
 decltype(auto) apply_values([[maybe_unused]] std::span<const Value> values, Function function,
                             std::index_sequence<I...>) {
-    return function(Wire<A>::get(values[I])...);
+    return function(argument_at<A>(values, I)...);
 }
 
 /// The pipeline of every command: record, run, show.
@@ -309,6 +321,7 @@ std::vector<Row> adjust_rows();
 std::vector<Row> area_rows();
 std::vector<Row> effect_rows();
 std::vector<Row> geometry_rows();
+std::vector<Row> interaction_rows();
 std::vector<Row> view_rows();
 std::vector<Row> settings_rows();
 std::vector<Row> macro_rows();

@@ -1,4 +1,4 @@
-// Values on their way into and out of a member, and how each C++ type travels.
+// What a member returns, and how each C++ type travels into and out of one.
 // SPDX-License-Identifier: MIT
 #pragma once
 
@@ -13,27 +13,15 @@
 #include "core/bitmap.h"
 #include "core/byte_buffer.h"
 #include "core/color.h"
+#include "core/value.h"
 #include "draw/rasterizer.h"
 #include "filters/histogram.h"
 
 namespace pixvane {
 
-enum class Kind : std::int32_t { Null, Int32, Double, Bool, String, Bytes, Int32Array, Points, Color };
-
 /// How a value lies in a macro's step (step_codec.h). Pixels are as many as the two integers before them
 /// multiply to; numbers, points and text bring their count.
 enum class Field : std::uint8_t { Int32, Byte, Flag, Double, Color, Numbers, Points, Text, Pixels };
-
-/// A value that refers to memory of its giver. The size counts bytes, numbers or points.
-struct Value {
-    Kind kind = Kind::Null;
-    std::int32_t i = 0;
-    double d = 0;
-    const void* data = nullptr;
-    std::size_t size = 0;
-
-    static Value string(std::string_view text) { return {Kind::String, 0, 0, text.data(), text.size()}; }
-};
 
 /// What a member returns: a value and whatever keeps its memory alive.
 struct Result {
@@ -45,6 +33,8 @@ struct Result {
 using MaybeBytes = std::optional<ByteSpan>;
 using MaybeNumbers = std::optional<std::span<const std::int32_t>>;
 using Points = std::span<const PixelPoint>;
+/// The last parameter of a member that takes any number of values.
+using Values = std::span<const Value>;
 
 /// How a parameter type travels: its kind, its form in a macro, and its value out of a Value of a kind that
 /// fits.
@@ -111,6 +101,13 @@ struct Wire<Points> {
     static constexpr Kind kind = Kind::Points;
     static constexpr Field field = Field::Points;
     static Points get(const Value& v) { return {static_cast<const PixelPoint*>(v.data), v.size}; }
+};
+
+/// Taken whole, from its place to the end of the arguments. It is in no macro.
+template <>
+struct Wire<Values> {
+    static constexpr Kind kind = Kind::Values;
+    static constexpr Field field = Field::Int32;
 };
 
 /// Whether a value may stand where `wanted` is: its own kind, an integer for a double or a colour, and

@@ -37,6 +37,8 @@ std::shared_ptr<const Bitmap> ImageStore::current_bitmap() const {
 }
 
 void ImageStore::Empty() {
+    preview_.reset();
+    viewBeforePreview_.reset();
     for (auto& bitmap : slots_) bitmap.reset();
     current_ = -1;
     used_ = 0;
@@ -162,11 +164,11 @@ void ImageStore::step_to(std::int32_t index) {
     const std::int32_t oldWidth = width();
     const std::int32_t oldHeight = height();
     current_ = index;
-    if (width() != oldWidth || height() != oldHeight) size_changed();
+    if (width() != oldWidth || height() != oldHeight) show_size(current());
 }
 
-void ImageStore::size_changed() {
-    view.set_image_size(width(), height());
+void ImageStore::show_size(ConstPixelBuffer picture) {
+    view.set_image_size(picture.width, picture.height);
     view.recompute_layout();
 }
 
@@ -199,7 +201,7 @@ bool ImageStore::drop_old_states(std::int32_t kept) {
 
 std::shared_ptr<Bitmap> ImageStore::open_step(std::int64_t width, std::int64_t height) {
     if (is_empty() || !is_picture_size(width, height)) return nullptr;
-    if (!editsSuppressed_) {
+    if (!editsSuppressed_ && !previewing_) {
         // With the new one there will be as many as are kept. What a slot held is gone, so it can't be redone
         // either; its memory serves the new bitmap.
         if (drop_old_states(keptStates_ - 1)) redoCount_ = 0;
@@ -208,6 +210,7 @@ std::shared_ptr<Bitmap> ImageStore::open_step(std::int64_t width, std::int64_t h
 }
 
 void ImageStore::close_step(std::shared_ptr<Bitmap> bitmap) {
+    if (previewing_) return show_preview(std::move(bitmap));
     const bool sameSize = bitmap->width() == width() && bitmap->height() == height();
     if (!editsSuppressed_) {
         current_ = (current_ + 1) % kSlots;
@@ -216,7 +219,39 @@ void ImageStore::close_step(std::shared_ptr<Bitmap> bitmap) {
     }
     slots_[static_cast<std::size_t>(current_)] = std::move(bitmap);
     modified_ = true;
-    if (!sameSize) size_changed();
+    if (!sameSize) show_size(current());
+}
+
+ConstPixelBuffer ImageStore::shown() const { return preview_ ? preview_->pixels() : current(); }
+
+void ImageStore::start_preview() {
+    drop_preview();
+    viewAtStart_ = view;
+    previewing_ = true;
+}
+
+void ImageStore::finish_preview() {
+    previewing_ = false;
+    if (view != viewAtStart_) viewBeforePreview_ = viewAtStart_;
+}
+
+void ImageStore::show_preview(std::shared_ptr<Bitmap> bitmap) {
+    const ConstPixelBuffer before = shown();
+    preview_ = std::move(bitmap);
+    if (shown().width != before.width || shown().height != before.height) show_size(shown());
+}
+
+void ImageStore::drop_preview() {
+    preview_.reset();
+    if (!viewBeforePreview_) return;
+    const Viewport& before = *viewBeforePreview_;
+    const bool sameWindow =
+        before.client_width() == view.client_width() && before.client_height() == view.client_height();
+    if (sameWindow && before.zoom() == view.zoom())
+        view = before;
+    else
+        show_size(current());
+    viewBeforePreview_.reset();
 }
 
 Edit::Edit(ImageStore& store) : Edit(store, store.width(), store.height()) {}

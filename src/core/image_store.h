@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/bitmap.h"
@@ -74,6 +75,17 @@ public:
     /// While set, an edit replaces the current picture instead of opening a step.
     void set_edits_suppressed(bool suppressed) { editsSuppressed_ = suppressed; }
 
+    // A preview: what an edit would make of the current picture, to be looked at only.
+    /// Until finish_preview edits touch neither the history nor modified(): what the last of them makes is
+    /// shown. What an earlier preview made is dropped.
+    void start_preview();
+    void finish_preview();
+    /// Shows the current picture again, laid out as it was.
+    void drop_preview();
+    /// The picture to be shown: the preview, or else the current one; of size 0 x 0 when empty.
+    ConstPixelBuffer shown() const;
+    std::shared_ptr<const Bitmap> shown_bitmap() const { return preview_ ? preview_ : current_bitmap(); }
+
     // Settings.
     Pixel BitmapBackColor = 0xFFFFFFFF;
     Pixel FrameColor = 0xFFD3D3D3;
@@ -89,7 +101,8 @@ private:
     void begin_document(std::shared_ptr<Bitmap> bitmap);
     bool load_decoded(DecodedImage&& image);
     void step_to(std::int32_t index);
-    void size_changed();
+    void show_size(ConstPixelBuffer picture);
+    void show_preview(std::shared_ptr<Bitmap> bitmap);
     std::shared_ptr<Bitmap> open_step(std::int64_t width, std::int64_t height);
     void close_step(std::shared_ptr<Bitmap> bitmap);
 
@@ -102,6 +115,10 @@ private:
     std::int32_t keptStates_ = kSlots;
     bool modified_ = false;
     bool editsSuppressed_ = false;
+    bool previewing_ = false;
+    std::shared_ptr<const Bitmap> preview_;
+    std::optional<Viewport> viewBeforePreview_;  // there if a preview changed the view
+    Viewport viewAtStart_;
     std::int32_t frameCount_ = 0;
     FileExtras extras_;
 };

@@ -56,6 +56,8 @@ public:
 
     /// The rectangle that the picture covers in the window.
     WindowRect ImageRect() const;
+    bool operator==(const Viewport&) const = default;
+
     ImagePoint WindowToImage(double zoom, WindowPoint point) const;
     WindowPoint ImageToWindow(double zoom, ImagePoint point) const;
 

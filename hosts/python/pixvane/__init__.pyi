@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 from os import PathLike
 from types import TracebackType
-from typing import Any, Callable, Iterable, List, Literal, Optional, Type, Union
+from typing import Any, Callable, Iterable, List, Literal, Optional, Type, Union, overload
 
 from ._errors import PixvaneError as PixvaneError
 from ._macros import MacroStep as MacroStep
@@ -53,13 +53,101 @@ class Pixvane:
     def macro_steps(self) -> List[MacroStep]:
         """The steps of the macro, as a list of MacroStep."""
 
+    @overload
     def on(self, event: Literal["OnDropFile"], handler: Callable[[str], object]) -> None:
         """A file was dropped on the control; nothing is loaded.
 
             FileName  string
         """
 
-    def off(self, event: Literal["OnDropFile"], handler: Optional[Callable[..., object]] = ...) -> None:
+    @overload
+    def on(self, event: Literal["OnMouseDown"], handler: Callable[[int, int, int], object]) -> None:
+        """A button (0 left, 1 middle, 2 right) was pressed at a point of the picture.
+
+            Button  integer
+            X       integer
+            Y       integer
+        """
+
+    @overload
+    def on(self, event: Literal["OnMouseUp"], handler: Callable[[int, int, int], object]) -> None:
+        """A button was released at a point of the picture.
+
+            Button  integer
+            X       integer
+            Y       integer
+        """
+
+    @overload
+    def on(self, event: Literal["OnMouseMove"], handler: Callable[[int, int, int], object]) -> None:
+        """The pointer moved, with a button held or -1, to a point of the picture.
+
+            Button  integer
+            X       integer
+            Y       integer
+        """
+
+    @overload
+    def on(self, event: Literal["OnDblClick"], handler: Callable[[int, int, int], object]) -> None:
+        """A button was double-clicked at a point of the picture.
+
+            Button  integer
+            X       integer
+            Y       integer
+        """
+
+    @overload
+    def on(self, event: Literal["OnTrackPointMouseDown"], handler: Callable[[int, int], object]) -> None:
+        """A track point was picked in mode 21.
+
+            X  integer
+            Y  integer
+        """
+
+    @overload
+    def on(self, event: Literal["OnTrackPointMouseMove"], handler: Callable[[int, int], object]) -> None:
+        """The track point that is held was dragged.
+
+            X  integer
+            Y  integer
+        """
+
+    @overload
+    def on(self, event: Literal["OnTrackPointMouseUp"], handler: Callable[[int, int], object]) -> None:
+        """The track point that was held is let go.
+
+            X  integer
+            Y  integer
+        """
+
+    @overload
+    def on(self, event: Literal["OnHitApplyRotate"], handler: Callable[[], object]) -> None:
+        """APPLY was pressed in mode 20: the picture is rotated."""
+
+    @overload
+    def on(self, event: Literal["OnHitCancelRotate"], handler: Callable[[], object]) -> None:
+        """CANCEL was pressed in mode 20: the picture stays as it is."""
+
+    @overload
+    def on(self, event: Literal["OnRotateAt"], handler: Callable[[float], object]) -> None:
+        """The angle of rotation was dragged in mode 20.
+
+            Angle  double
+        """
+
+    @overload
+    def on(self, event: Literal["OnRedEyeCorrect"], handler: Callable[[], object]) -> None:
+        """Red eyes were corrected in mode 19."""
+
+    @overload
+    def on(self, event: Literal["OnColorChanged"], handler: Callable[[], object]) -> None:
+        """Another colour was picked in mode 26."""
+
+    @overload
+    def on(self, event: Literal["OnHitCloseScrollWindow"], handler: Callable[[], object]) -> None:
+        """The close box of the overview was pressed; hiding it is up to the host."""
+
+    def off(self, event: Literal["OnDropFile", "OnMouseDown", "OnMouseUp", "OnMouseMove", "OnDblClick", "OnTrackPointMouseDown", "OnTrackPointMouseMove", "OnTrackPointMouseUp", "OnHitApplyRotate", "OnHitCancelRotate", "OnRotateAt", "OnRedEyeCorrect", "OnColorChanged", "OnHitCloseScrollWindow"], handler: Optional[Callable[..., object]] = ...) -> None:
         """Ends what `on` began: for this handler, or for all handlers of the event."""
 
     def NewImage(self, Width: int, Height: int, /) -> None:
@@ -632,6 +720,31 @@ class Pixvane:
 
     def EndUpdate(self) -> None:
         """Repaints, and goes on repainting; one ends any number of BeginUpdate."""
+
+    @property
+    def PaintStatus(self) -> int:
+        """Mode of the mouse: 0 none, 1 to 26 a tool; a put resets every tool.
+
+            integer, slider 0 to 26, default 0, get and put
+        """
+    @PaintStatus.setter
+    def PaintStatus(self, value: int) -> None: ...
+
+    def BeginPreview(self) -> None:
+        """Opens a preview; any edit, undo, new document or mode ends it again."""
+
+    def Preview(self, Name: Union[str, PathLike[str]], /, *Arguments: Any) -> None:
+        """Shows what a command would make of the picture, until the next one is shown.
+
+            Name       string
+            Arguments  values
+        """
+
+    def EndPreview(self, Apply: bool, /) -> None:
+        """Ends the preview; with Apply the command shown last is called.
+
+            Apply  boolean
+        """
 
     @property
     def PenWidth(self) -> int:

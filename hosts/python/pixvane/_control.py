@@ -98,6 +98,7 @@ class Pixvane:
 
 
 _events = {}
+_commands = {}
 
 
 def _event_name(event):
@@ -127,19 +128,51 @@ def _caller(member, arguments):
 
 
 def _method(member):
+    if member.arguments and member.arguments[-1].kind == "values":
+        return _open_method(member)
     invoke = _caller(member, member.arguments)
     count = len(member.arguments)
-    wanted = ", ".join(a.name for a in member.arguments)
 
     def method(self, *values):
         if len(values) != count:
-            plural = "" if count == 1 else "s"
-            raise TypeError("%s(%s) takes %d argument%s, not %d" % (member.name, wanted, count, plural, len(values)))
+            _check_count(member, values)
         return invoke(self, *values)
 
-    kind = inspect.Parameter.POSITIONAL_ONLY
-    names = ["self"] + [a.name + "_" * keyword.iskeyword(a.name) for a in member.arguments]
-    method.__signature__ = inspect.Signature([inspect.Parameter(name, kind) for name in names])
+    return _described(method, member)
+
+
+def _open_method(member):
+    """A method whose last argument stands for those of the command that the first one names."""
+    leading, callers = member.arguments[:-1], {}
+
+    def method(self, *values):
+        if not values:
+            raise TypeError("%s takes the name of a command and its arguments" % member.name)
+        command = _commands.get(values[0]) if isinstance(values[0], str) else None
+        if command is None:
+            raise AttributeError("%s: no command named %r" % (member.name, values[0]))
+        _check_count(command, values[1:])
+        if command.name not in callers:
+            callers[command.name] = _caller(member, leading + command.arguments)
+        return callers[command.name](self, *values)
+
+    return _described(method, member)
+
+
+def _check_count(member, values):
+    count = len(member.arguments)
+    if len(values) != count:
+        wanted = ", ".join(a.name for a in member.arguments)
+        plural = "" if count == 1 else "s"
+        raise TypeError("%s(%s) takes %d argument%s, not %d" % (member.name, wanted, count, plural, len(values)))
+
+
+def _described(method, member):
+    parameters = [inspect.Parameter("self", inspect.Parameter.POSITIONAL_ONLY)]
+    for a in member.arguments:
+        kind = inspect.Parameter.VAR_POSITIONAL if a.kind == "values" else inspect.Parameter.POSITIONAL_ONLY
+        parameters.append(inspect.Parameter(a.name + "_" * keyword.iskeyword(a.name), kind))
+    method.__signature__ = inspect.Signature(parameters)
     method.__name__ = member.name
     method.__qualname__ = "Pixvane." + member.name
     method.__doc__ = documentation(member)
@@ -163,6 +196,8 @@ def _add_members():
         if member.type == "event":
             _events[member.name] = member
         else:
+            if member.edits:
+                _commands[member.name] = member
             make = _method if member.type == "method" else _property
             setattr(Pixvane, member.name, make(member))
 

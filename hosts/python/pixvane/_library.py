@@ -8,7 +8,7 @@ from ctypes import CFUNCTYPE, POINTER, Structure, c_char_p, c_double, c_int, c_i
 _SONAME = "libpixvane.so.0"
 
 OK, E_NULL, E_MEMBER, E_COUNT, E_TYPE, E_RANGE, E_BUSY, E_MEMORY, E_INTERNAL = range(9)
-NULL, INT32, DOUBLE, BOOL, STRING, BYTES, INT32_ARRAY, POINTS, COLOR = range(9)
+NULL, INT32, DOUBLE, BOOL, STRING, BYTES, INT32_ARRAY, POINTS, COLOR, VALUES = range(10)
 METHOD, PROPERTY, EVENT = range(3)
 
 
@@ -128,6 +128,8 @@ window_frame = _function("window_frame", c_int32, c_void_p, c_void_p, c_size_t, 
 window_timers = _function("window_timers", c_int32, c_void_p, _out, _out, c_size_t, POINTER(c_size_t))
 window_captured = _function("window_captured", c_int32, c_void_p, _out)
 window_cursor = _function("window_cursor", c_int32, c_void_p, _out)
+
+cursor_image = _function("cursor_image", c_int32, c_int32, c_void_p, c_size_t, _out, _out, _out, _out)
 
 set_worker_threads = _function("set_worker_threads", c_int32, c_int32)
 worker_threads = _function("worker_threads", c_int32)

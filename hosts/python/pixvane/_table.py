@@ -6,7 +6,7 @@ from typing import NamedTuple, Optional, Tuple
 from . import _library as lib
 
 TYPES = ("method", "property", "event")
-KINDS = ("null", "integer", "double", "boolean", "string", "bytes", "integers", "points", "color")
+KINDS = ("null", "integer", "double", "boolean", "string", "bytes", "integers", "points", "color", "values")
 
 
 class Argument(NamedTuple):

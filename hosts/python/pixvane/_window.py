@@ -6,6 +6,7 @@ from typing import Dict, Iterable, Tuple
 
 from . import _library as lib
 from ._calls import call
+from ._errors import check
 from ._values import frame_bytes, int32, text
 
 _DOWN, _UP, _MOVE, _DOUBLE_CLICK = range(4)
@@ -87,6 +88,20 @@ class Window:
         cursor = c_int32()
         self._call("cursor", lib.window_cursor, byref(cursor))
         return cursor.value
+
+    @staticmethod
+    def cursor_image(cursor: int) -> Tuple[bytes, int, int, int, int]:
+        """One of the control's own cursors: pixels (bytes B, G, R, A; rows top first), width, height, and the
+        x and y of its hot spot."""
+        number = int32(cursor, "cursor")
+        told = [c_int32() for _ in range(4)]
+
+        def ask(address, size):
+            check(lib.cursor_image(number, address, size, *[byref(n) for n in told]), "cursor_image")
+
+        ask(None, 0)
+        pixels = frame_bytes(told[0].value * told[1].value * 4, ask)
+        return (pixels, *[n.value for n in told])
 
     def drop(self, paths) -> None:
         """Files were dropped on the window: fires OnDropFile with the first path, and loads nothing."""

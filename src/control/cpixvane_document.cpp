@@ -1,4 +1,4 @@
-// The control: owns the document and its view, and is what every member works on.
+// Members on the document: making, loading and saving, what is there, history, settings.
 // SPDX-License-Identifier: MIT
 #include "control/cpixvane.h"
 
@@ -9,20 +9,23 @@
 
 namespace pixvane {
 
-void CPixvane::Repaint() {
-    const bool hasWindow = store_.view.client_width() > 0 && store_.view.client_height() > 0;
-    if (updatesSuspended_ || !hasWindow) return;
-    window_.frame_ready();
+void CPixvane::leave_tool() {
+    mouse_.SetToolMode(kNoTool);
+    mouse_.ResetTools();
 }
 
 void CPixvane::NewImage(std::int32_t width, std::int32_t height) {
     if (!ImageStore::accepts_new_size(width, height)) return;
+    leave_document();
     store_.NewImage(width, height);
+    leave_tool();
     Repaint();
 }
 
 bool CPixvane::LoadImage(std::string_view fileName) {
+    leave_document();
     if (!store_.LoadImage(std::string(fileName))) return false;
+    leave_tool();
     Repaint();
     return true;
 }
@@ -33,12 +36,15 @@ bool CPixvane::LoadFromImageArray(MaybeBytes array, std::int32_t width, std::int
         const auto needed = static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height);
         if (array->size() / sizeof(Pixel) < needed) return false;
     }
+    leave_document();
     const bool loaded = store_.load_array(array->data(), width, height);
+    if (loaded) leave_tool();
     Repaint();
     return loaded;
 }
 
 void CPixvane::Empty() {
+    leave_document();
     store_.Empty();
     Repaint();
 }
@@ -59,6 +65,7 @@ void CPixvane::put_Picture(MaybeBytes file) {
     DecodedImage image;
     if (file && store_.decode_picture(*file, image)) {
         const ConstPixelBuffer picture = std::as_const(*image.bitmap).pixels();
+        leave_document();
         // A picture too small for a document is drawn into the one that is there.
         store_.NewImage(picture.width, picture.height);
         store_.draw_over_current(picture);
@@ -85,11 +92,13 @@ std::optional<filters::Histogram> CPixvane::GetLHistogram() {
 }
 
 void CPixvane::Undo() {
+    end_preview();
     store_.Undo();
     Repaint();
 }
 
 void CPixvane::Redo() {
+    end_preview();
     store_.Redo();
     Repaint();
 }
@@ -99,65 +108,5 @@ void CPixvane::put_HistoryStates(std::int32_t count) {
 }
 
 void CPixvane::put_JpegQuality(std::int32_t quality) { store_.JpegQuality = std::clamp(quality, 0, 100); }
-
-void CPixvane::put_color(Pixel& setting, Color color) {
-    setting = to_pixel(color);
-    Repaint();
-}
-
-void CPixvane::put_ScrollWindowVisible(bool visible) {
-    scrollWindow_.visible = visible;
-    Repaint();
-}
-
-void CPixvane::put_ScrollWindowColor(Color color) {
-    scrollWindow_.set_color(color);
-    if (scrollWindow_.visible) Repaint();
-}
-
-void CPixvane::EndUpdate() {
-    updatesSuspended_ = false;
-    Repaint();
-}
-
-void CPixvane::ZoomIn() {
-    store_.view.ZoomIn();
-    Repaint();
-}
-
-void CPixvane::ZoomOut() {
-    store_.view.ZoomOut();
-    Repaint();
-}
-
-void CPixvane::ActialSize() {
-    store_.view.ActialSize();
-    Repaint();
-}
-
-void CPixvane::ZoomToFit() {
-    store_.view.ZoomToFit();
-    Repaint();
-}
-
-void CPixvane::window_resized(std::int32_t width, std::int32_t height) {
-    store_.view.resize(width, height, autoResize_);
-    Repaint();
-}
-
-void CPixvane::window_zoom_at(std::int32_t steps, WindowPoint at) {
-    if (store_.is_empty()) return;
-    store_.view.zoom_at(steps, at);
-    Repaint();
-}
-
-void CPixvane::window_pan(std::int32_t dx, std::int32_t dy) {
-    if (store_.view.pan(dx, dy)) Repaint();
-}
-
-void CPixvane::file_dropped(std::string_view path) {
-    const Value argument = Value::string(path);
-    events_.fire("OnDropFile", {&argument, 1});
-}
 
 }  // namespace pixvane
