@@ -11,6 +11,7 @@ PARAMETER_TYPES = {
     "bytes": "const QByteArray&",
     "integers": "const QList<int>&",
     "points": "const QPolygon&",
+    "values": "const QVariantList&",
 }
 # The type of a result or a property, and how a reply gives it.
 RESULTS = {
@@ -35,6 +36,7 @@ HEADER_HEAD = """\
 #include <QtCore/QByteArray>
 #include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtCore/QVariant>
 #include <QtGui/QColor>
 #include <QtGui/QPolygon>
 #include <QtWidgets/QWidget>
@@ -76,6 +78,7 @@ SOURCE_HEAD = """\
 #include "qt_values.h"
 
 using pixvane::Argument;
+using pixvane::arguments_of;
 using pixvane::call_member;
 using pixvane::Reply;
 
@@ -110,10 +113,13 @@ def property_line(member):
 def definition(member, name, result, arguments, const=""):
     opening = "%s PixvaneMembers::%s(" % (RESULTS[result][0], name)
     lines = wrapped(0, opening, parameters(arguments), ")%s {" % const)
-    values = ["Argument(%s)" % a.name for a in arguments]
+    values = ["Argument(%s)" % a.name for a in arguments if a.kind != "values"]
+    any_number = "".join(" + arguments_of(%s)" % a.name for a in arguments if a.kind == "values")
     reply = RESULTS[result][1]
-    call = ("return " if reply else "") + 'call_member(*link_, "%s", {' % member.name
-    return [""] + lines + wrapped(4, call, values, "})" + ("." + reply if reply else "") + ";") + ["}"]
+    opening = "QList<Argument>{" if any_number else "{"
+    call = ("return " if reply else "") + 'call_member(*link_, "%s", %s' % (member.name, opening)
+    closing = "}%s)%s;" % (any_number, "." + reply if reply else "")
+    return [""] + lines + wrapped(4, call, values, closing) + ["}"]
 
 
 def listener(event):

@@ -6,6 +6,7 @@
 #include "qt_values.h"
 
 using pixvane::Argument;
+using pixvane::arguments_of;
 using pixvane::call_member;
 using pixvane::Reply;
 
@@ -19,6 +20,49 @@ PixvaneMembers::~PixvaneMembers() { link_->abandon(); }
 void PixvaneMembers::listen() {
     link_->listen("OnDropFile", [](PixvaneMembers& members, const pixvane_value* arguments) {
         Q_EMIT members.OnDropFile(Reply(arguments[0]).text());
+    });
+    link_->listen("OnMouseDown", [](PixvaneMembers& members, const pixvane_value* arguments) {
+        Q_EMIT members.OnMouseDown(Reply(arguments[0]).integer(), Reply(arguments[1]).integer(),
+                                   Reply(arguments[2]).integer());
+    });
+    link_->listen("OnMouseUp", [](PixvaneMembers& members, const pixvane_value* arguments) {
+        Q_EMIT members.OnMouseUp(Reply(arguments[0]).integer(), Reply(arguments[1]).integer(),
+                                 Reply(arguments[2]).integer());
+    });
+    link_->listen("OnMouseMove", [](PixvaneMembers& members, const pixvane_value* arguments) {
+        Q_EMIT members.OnMouseMove(Reply(arguments[0]).integer(), Reply(arguments[1]).integer(),
+                                   Reply(arguments[2]).integer());
+    });
+    link_->listen("OnDblClick", [](PixvaneMembers& members, const pixvane_value* arguments) {
+        Q_EMIT members.OnDblClick(Reply(arguments[0]).integer(), Reply(arguments[1]).integer(),
+                                  Reply(arguments[2]).integer());
+    });
+    link_->listen("OnTrackPointMouseDown", [](PixvaneMembers& members, const pixvane_value* arguments) {
+        Q_EMIT members.OnTrackPointMouseDown(Reply(arguments[0]).integer(), Reply(arguments[1]).integer());
+    });
+    link_->listen("OnTrackPointMouseMove", [](PixvaneMembers& members, const pixvane_value* arguments) {
+        Q_EMIT members.OnTrackPointMouseMove(Reply(arguments[0]).integer(), Reply(arguments[1]).integer());
+    });
+    link_->listen("OnTrackPointMouseUp", [](PixvaneMembers& members, const pixvane_value* arguments) {
+        Q_EMIT members.OnTrackPointMouseUp(Reply(arguments[0]).integer(), Reply(arguments[1]).integer());
+    });
+    link_->listen("OnHitApplyRotate", [](PixvaneMembers& members, const pixvane_value*) {
+        Q_EMIT members.OnHitApplyRotate();
+    });
+    link_->listen("OnHitCancelRotate", [](PixvaneMembers& members, const pixvane_value*) {
+        Q_EMIT members.OnHitCancelRotate();
+    });
+    link_->listen("OnRotateAt", [](PixvaneMembers& members, const pixvane_value* arguments) {
+        Q_EMIT members.OnRotateAt(Reply(arguments[0]).real());
+    });
+    link_->listen("OnRedEyeCorrect", [](PixvaneMembers& members, const pixvane_value*) {
+        Q_EMIT members.OnRedEyeCorrect();
+    });
+    link_->listen("OnColorChanged", [](PixvaneMembers& members, const pixvane_value*) {
+        Q_EMIT members.OnColorChanged();
+    });
+    link_->listen("OnHitCloseScrollWindow", [](PixvaneMembers& members, const pixvane_value*) {
+        Q_EMIT members.OnHitCloseScrollWindow();
     });
 }
 
@@ -124,6 +168,14 @@ QColor PixvaneMembers::ScrollWindowColor() const {
 
 void PixvaneMembers::setScrollWindowColor(const QColor& Value) {
     call_member(*link_, "ScrollWindowColor", {Argument(Value)});
+}
+
+int PixvaneMembers::PaintStatus() const {
+    return call_member(*link_, "PaintStatus", {}).integer();
+}
+
+void PixvaneMembers::setPaintStatus(int Value) {
+    call_member(*link_, "PaintStatus", {Argument(Value)});
 }
 
 int PixvaneMembers::PenWidth() const {
@@ -610,6 +662,18 @@ void PixvaneMembers::BeginUpdate() {
 
 void PixvaneMembers::EndUpdate() {
     call_member(*link_, "EndUpdate", {});
+}
+
+void PixvaneMembers::BeginPreview() {
+    call_member(*link_, "BeginPreview", {});
+}
+
+void PixvaneMembers::Preview(const QString& Name, const QVariantList& Arguments) {
+    call_member(*link_, "Preview", QList<Argument>{Argument(Name)} + arguments_of(Arguments));
+}
+
+void PixvaneMembers::EndPreview(bool Apply) {
+    call_member(*link_, "EndPreview", {Argument(Apply)});
 }
 
 QString PixvaneMembers::FontName(int Index) {

@@ -5,6 +5,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtCore/QVariant>
 #include <QtGui/QColor>
 #include <QtGui/QPolygon>
 #include <QtWidgets/QWidget>
@@ -40,6 +41,7 @@ class PIXVANE_QT_API PixvaneMembers : public QWidget {
     Q_PROPERTY(QColor FrameColor READ FrameColor WRITE setFrameColor)
     Q_PROPERTY(bool ScrollWindowVisible READ ScrollWindowVisible WRITE setScrollWindowVisible)
     Q_PROPERTY(QColor ScrollWindowColor READ ScrollWindowColor WRITE setScrollWindowColor)
+    Q_PROPERTY(int PaintStatus READ PaintStatus WRITE setPaintStatus)
     Q_PROPERTY(int PenWidth READ PenWidth WRITE setPenWidth)
     Q_PROPERTY(int PenStyle READ PenStyle WRITE setPenStyle)
     Q_PROPERTY(QColor PenColor READ PenColor WRITE setPenColor)
@@ -108,6 +110,8 @@ public:
     bool ScrollWindowVisible() const;
     /// Colour of the overview, which is half transparent.
     QColor ScrollWindowColor() const;
+    /// Mode of the mouse: 0 none, 1 to 26 a tool; a put resets every tool.
+    int PaintStatus() const;
     /// Width of outlines in pixels.
     int PenWidth() const;
     /// Outlines: 0 solid, 1 to 4 dashed, others none.
@@ -196,6 +200,9 @@ public Q_SLOTS:
     /// Colour of the overview, which is half transparent.
     /// Value: color, default 0x505050.
     void setScrollWindowColor(const QColor& Value);
+    /// Mode of the mouse: 0 none, 1 to 26 a tool; a put resets every tool.
+    /// Value: integer, slider 0 to 26, default 0.
+    void setPaintStatus(int Value);
     /// Width of outlines in pixels.
     /// Value: integer, 1 to 8, slider 1 to 8, default 1.
     void setPenWidth(int Value);
@@ -469,6 +476,12 @@ public Q_SLOTS:
     void BeginUpdate();
     /// Repaints, and goes on repainting; one ends any number of BeginUpdate.
     void EndUpdate();
+    /// Opens a preview; any edit, undo, new document or mode ends it again.
+    void BeginPreview();
+    /// Shows what a command would make of the picture, until the next one is shown.
+    void Preview(const QString& Name, const QVariantList& Arguments);
+    /// Ends the preview; with Apply the command shown last is called.
+    void EndPreview(bool Apply);
     /// Name of a family; empty if there is none of this number.
     /// Index: integer, at least 0.
     QString FontName(int Index);
@@ -488,6 +501,32 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// A file was dropped on the control; nothing is loaded.
     void OnDropFile(const QString& FileName);
+    /// A button (0 left, 1 middle, 2 right) was pressed at a point of the picture.
+    void OnMouseDown(int Button, int X, int Y);
+    /// A button was released at a point of the picture.
+    void OnMouseUp(int Button, int X, int Y);
+    /// The pointer moved, with a button held or -1, to a point of the picture.
+    void OnMouseMove(int Button, int X, int Y);
+    /// A button was double-clicked at a point of the picture.
+    void OnDblClick(int Button, int X, int Y);
+    /// A track point was picked in mode 21.
+    void OnTrackPointMouseDown(int X, int Y);
+    /// The track point that is held was dragged.
+    void OnTrackPointMouseMove(int X, int Y);
+    /// The track point that was held is let go.
+    void OnTrackPointMouseUp(int X, int Y);
+    /// APPLY was pressed in mode 20: the picture is rotated.
+    void OnHitApplyRotate();
+    /// CANCEL was pressed in mode 20: the picture stays as it is.
+    void OnHitCancelRotate();
+    /// The angle of rotation was dragged in mode 20.
+    void OnRotateAt(double Angle);
+    /// Red eyes were corrected in mode 19.
+    void OnRedEyeCorrect();
+    /// Another colour was picked in mode 26.
+    void OnColorChanged();
+    /// The close box of the overview was pressed; hiding it is up to the host.
+    void OnHitCloseScrollWindow();
 
 protected:
     /// Throws std::bad_alloc if no control can be made.

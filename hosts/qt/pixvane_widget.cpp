@@ -58,11 +58,11 @@ const pixvane_member_info* find_member(const QString& name) {
 
 QVariant PixvaneWidget::invoke(const QString& member, const QVariantList& arguments, pixvane_status* status) {
     const pixvane_member_info* info = find_member(member);
+    const int count = info == nullptr ? 0 : info->argument_count;
     QList<pixvane::Argument> converted;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const bool known = info != nullptr && i < info->argument_count;
-        converted.append(pixvane::Argument::from_variant(
-            arguments[i], known ? info->arguments[i].kind : static_cast<int>(PIXVANE_NULL)));
+        const int kind = i < count ? info->arguments[i].kind : static_cast<int>(PIXVANE_VALUES);
+        converted.append(pixvane::Argument::from_variant(arguments[i], kind));
     }
     const QByteArray name = member.toUtf8();
     return pixvane::call_member(link(), name.constData(), converted, status).variant();

@@ -55,6 +55,32 @@ QList<int> integer_list(const QVariant& variant) {
     return numbers;
 }
 
+/// The kind that a variant's own type stands for.
+int kind_of(const QVariant& variant) {
+    switch (variant.typeId()) {
+        case QMetaType::UnknownType:
+            return PIXVANE_NULL;
+        case QMetaType::Bool:
+            return PIXVANE_BOOL;
+        case QMetaType::Double:
+        case QMetaType::Float:
+            return PIXVANE_DOUBLE;
+        case QMetaType::QString:
+            return PIXVANE_STRING;
+        case QMetaType::QByteArray:
+            return PIXVANE_BYTES;
+        case QMetaType::QColor:
+            return PIXVANE_COLOR;
+        case QMetaType::QPolygon:
+            return PIXVANE_POINTS;
+        case QMetaType::QVariantList:
+            return PIXVANE_INT32_ARRAY;
+        default:
+            return variant.metaType() == QMetaType::fromType<QList<int>>() ? PIXVANE_INT32_ARRAY
+                                                                           : PIXVANE_INT32;
+    }
+}
+
 }  // namespace
 
 Argument::Argument(const QColor& color)
@@ -84,7 +110,7 @@ Argument::Argument(const QPolygon& points) : Argument(QList<int>()) {
 }
 
 Argument Argument::from_variant(const QVariant& variant, int kind) {
-    switch (kind) {
+    switch (kind == PIXVANE_VALUES ? kind_of(variant) : kind) {
         case PIXVANE_INT32:
             return variant.toInt();
         case PIXVANE_DOUBLE:
@@ -109,6 +135,13 @@ Argument Argument::from_variant(const QVariant& variant, int kind) {
         default:
             return {};
     }
+}
+
+QList<Argument> arguments_of(const QVariantList& variants) {
+    QList<Argument> arguments;
+    for (const QVariant& variant : variants)
+        arguments.append(Argument::from_variant(variant, PIXVANE_VALUES));
+    return arguments;
 }
 
 Reply::Reply(const pixvane_value& value, QByteArray elements)

@@ -26,7 +26,8 @@ public:
     Argument(const QByteArray& bytes);  ///< none at all if null
     Argument(const QList<int>& numbers);
     Argument(const QPolygon& points);
-    /// From what a host has at hand, for an argument of `kind`; null if it can't become that.
+    /// From what a host has at hand, for an argument of `kind`; null if it can't become that. Where any kind
+    /// will do (PIXVANE_VALUES), it is the variant's own.
     static Argument from_variant(const QVariant& variant, int kind);
 
     const pixvane_value& value() const { return value_; }
@@ -37,6 +38,9 @@ private:
     QByteArray bytes_;
     pixvane_value value_;
 };
+
+/// Each by its own type.
+QList<Argument> arguments_of(const QVariantList& variants);
 
 /// What came back: a value whose text or elements, if it has any, are here.
 class Reply {

@@ -13,6 +13,17 @@ namespace {
 constexpr double kHair = 1e-3;
 constexpr int kMostClientSide = 65535;
 
+QCursor own_cursor(std::int32_t cursor) {
+    std::int32_t width = 0, height = 0, hotX = 0, hotY = 0;
+    if (pixvane_cursor_image(cursor, nullptr, 0, &width, &height, &hotX, &hotY) != PIXVANE_OK)
+        return Qt::CrossCursor;
+    QImage image(width, height, QImage::Format_ARGB32);
+    if (image.isNull()) return Qt::CrossCursor;
+    pixvane_cursor_image(cursor, image.bits(), static_cast<std::size_t>(image.sizeInBytes()), &width, &height,
+                         &hotX, &hotY);
+    return QCursor(QPixmap::fromImage(image), hotX, hotY);
+}
+
 }  // namespace
 
 PixvaneWidget::Window::Window(PixvaneWidget& widget, pixvane::ControlLink& link)
@@ -162,7 +173,7 @@ void PixvaneWidget::Window::show_cursor() {
     else if (spaceHeld_)
         widget_.setCursor(Qt::OpenHandCursor);
     else if (cursor_ != 0)
-        widget_.setCursor(Qt::CrossCursor);
+        widget_.setCursor(own_cursor(cursor_));
     else if (cursorIsOurs_)
         widget_.unsetCursor();
     cursorIsOurs_ = ours;
