@@ -19,4 +19,14 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A signal asked for an end, which came in good order: exit status 128 and the signal's number.
+class Interrupted : public std::runtime_error {
+public:
+    explicit Interrupted(int signal) : std::runtime_error("interrupted"), signal_(signal) {}
+    int signal() const { return signal_; }
+
+private:
+    int signal_;
+};
+
 }  // namespace cli

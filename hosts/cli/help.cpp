@@ -10,6 +10,8 @@ const char* const kMainHelp =
 Usage
   pixvane edit IN OUT [STEP]...         Load the picture IN, take the steps, save OUT.
   pixvane info IN [--json]              Tell what a picture file holds.
+  pixvane play MACRO IN... --out DIR    Replay a macro on many pictures.
+  pixvane macro show FILE | record OUT  Show what a macro does, or write one.
   pixvane members [--json|--markdown]   List the members that make the steps.
   pixvane COMMAND --help                Say more about a command.
   pixvane --help | --version
@@ -17,6 +19,8 @@ Usage
 Examples
   pixvane edit photo.jpg better.jpg Autolevels Saturate=130
   pixvane edit scan.tif page.png RotateFlip=1 Gamma=0.8
+  pixvane macro record warm.pvm Autolevels Temperature=15
+  pixvane play warm.pvm holiday/*.jpg --out warm
   pixvane info photo.jpg --json
 
 Exit status
@@ -48,6 +52,54 @@ Examples
   pixvane edit photo.jpg better.jpg Autolevels Saturate=130 JpegQuality=95
   pixvane edit photo.jpg framed.png AddSimpleBorder=40,#FFFFFF
   pixvane edit scan.tif page.png RotateFlip=1 Autocontrast BWLevels=2
+)";
+
+const char* const kPlayHelp =
+    R"(pixvane play: replay a macro on many pictures.
+
+Usage
+  pixvane play MACRO IN... --out DIR [--format F] [--jobs N] [--overwrite]
+
+  MACRO         a macro file, recorded by any host or written by 'pixvane macro record'
+  IN...         picture files of any kind that can be decoded
+  --out DIR     the folder for the results; it is made if it is not there
+  --format F    bmp jpg gif tif or png for all results; otherwise each is what its
+                source is, and a kind that can't be written becomes png
+  --jobs N      how many pictures are worked on at a time, 1 to 64; otherwise as many
+                as there are processors
+  --overwrite   results may replace files that are there already
+
+A result has its source's name. Two sources with results of one name are refused before
+anything is done, and so is a result that would replace a source. Every picture starts
+with the same random numbers, so results depend on nothing but the macro and the picture.
+
+A picture that fails is told in one line, and the others go on. Ctrl-C ends the run when
+the pictures in work are finished: every file that is there is whole.
+
+Exit status
+  0 done    1 some pictures failed    2 the command line is wrong    130 interrupted
+
+Examples
+  pixvane play warm.pvm photo.jpg --out results
+  pixvane play web.pvm *.tif --out web --format jpg --overwrite
+)";
+
+const char* const kMacroHelp =
+    R"(pixvane macro: show what a macro does, or write one.
+
+Usage
+  pixvane macro show FILE [--json]
+  pixvane macro record OUT [STEP]...
+
+  show     prints every step: its number, its code, where its arguments begin in the
+           stream, and the member with its arguments; --json as a JSON array
+  record   writes a macro of these steps without a picture; STEP is what it is for
+           'pixvane edit'. The macro starts with the 27 settings for drawing that
+           every macro starts with, and holds 255 steps at most.
+
+Examples
+  pixvane macro record frame.pvm Autolevels AddSimpleBorder=24,#FFFFFF
+  pixvane macro show frame.pvm
 )";
 
 const char* const kInfoHelp =

@@ -1,4 +1,4 @@
-// The command line program: pixvane edit, info, members.
+// The command line program: sorts out its command and options.
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 #include <cstdio>
@@ -12,8 +12,10 @@
 
 namespace cli {
 
-bool Arguments::has(const char* option) const {
-    return std::find(options.begin(), options.end(), option) != options.end();
+const std::string* Arguments::value_of(const char* option) const {
+    const auto last = std::find_if(options.rbegin(), options.rend(),
+                                   [&](const Option& each) { return each.name == option; });
+    return last == options.rend() ? nullptr : &last->value;
 }
 
 namespace {
@@ -22,16 +24,27 @@ struct Command {
     const char* name;
     void (*run)(const Arguments&);
     const char* help;
-    std::vector<std::string_view> options;
+    std::vector<std::string_view> options;  ///< one that ends in '=' takes a value
 };
 
 const std::vector<Command>& commands() {
     static const std::vector<Command> list = {
         {"edit", run_edit, kEditHelp, {}},
         {"info", run_info, kInfoHelp, {"--json"}},
+        {"macro", run_macro, kMacroHelp, {"--json"}},
         {"members", run_members, kMembersHelp, {"--json", "--markdown"}},
+        {"play", run_play, kPlayHelp, {"--out=", "--format=", "--jobs=", "--overwrite"}},
     };
     return list;
+}
+
+/// Whether an option is followed by its value. Throws UsageFailure if the command has no such option.
+bool takes_value(const Command& command, std::string_view name) {
+    for (const std::string_view known : command.options) {
+        if (known == name) return false;
+        if (known.ends_with('=') && known.substr(0, known.size() - 1) == name) return true;
+    }
+    throw UsageFailure(concat("unknown option ", in_quotes(name)));
 }
 
 /// Sorts words from options; after "--" everything is a word.
@@ -45,12 +58,21 @@ Arguments sort_out(int count, char** texts, const Command& command) {
         } else if (text == "--") {
             optionsEnded = true;
         } else if (text == "--help" || text == "-h") {
-            arguments.options.push_back("--help");
+            arguments.options.push_back({"--help", {}});
         } else {
-            const auto& known = command.options;
-            if (std::find(known.begin(), known.end(), text) == known.end())
-                throw UsageFailure(concat("unknown option ", in_quotes(text)));
-            arguments.options.push_back(text);
+            const std::size_t equals = text.find('=');
+            Arguments::Option option{text.substr(0, equals), {}};
+            if (!takes_value(command, option.name)) {
+                if (equals != text.npos)
+                    throw UsageFailure(concat("the option ", option.name, " takes no value"));
+            } else if (equals != text.npos) {
+                option.value = text.substr(equals + 1);
+            } else if (++i < count) {
+                option.value = texts[i];
+            } else {
+                throw UsageFailure(concat("the option ", option.name, " needs a value"));
+            }
+            arguments.options.push_back(std::move(option));
         }
     }
     return arguments;
@@ -80,8 +102,9 @@ int run_program(int count, char** texts) {
     const auto command = std::find_if(commands().begin(), commands().end(),
                                       [&](const Command& each) { return name == each.name; });
     if (command == commands().end()) {
-        const std::string what = concat("no command ", in_quotes(name),
-                                        "; there are edit, info and members (see 'pixvane --help')");
+        const std::string what =
+            concat("no command ", in_quotes(name),
+                   "; there are edit, info, macro, members and play (see 'pixvane --help')");
         return complain("", what.c_str(), 2);
     }
     const std::string where = concat(" ", name);
@@ -89,6 +112,8 @@ int run_program(int count, char** texts) {
         run(*command, count - 2, texts + 2);
     } catch (const UsageFailure& failure) {
         return complain(where, failure.what(), 2);
+    } catch (const Interrupted& failure) {
+        return complain(where, failure.what(), 128 + failure.signal());
     } catch (const std::exception& failure) {
         return complain(where, failure.what(), 1);
     }

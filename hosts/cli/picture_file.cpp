@@ -50,7 +50,7 @@ void check_writable(const std::string& path) {
     if (fs::is_directory(path, error)) fail(what, path, reason(EISDIR));
 }
 
-std::int32_t save_type(const std::string& path) {
+std::optional<std::int32_t> type_of_ending(const std::string& path) {
     struct Ending {
         const char* text;
         std::int32_t type;
@@ -61,6 +61,11 @@ std::int32_t save_type(const std::string& path) {
     for (char& c : ending) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     for (const Ending& each : kEndings)
         if (ending == each.text) return each.type;
+    return std::nullopt;
+}
+
+std::int32_t save_type(const std::string& path) {
+    if (const auto type = type_of_ending(path)) return *type;
     throw UsageFailure(concat(in_quotes(path), " must end in .bmp .jpg .jpeg .gif .tif .tiff or .png"));
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "pixvane/pixvane.hpp"
@@ -14,6 +15,8 @@ void check_readable(const std::string& path);
 /// Throws FileFailure unless `path` could be a file in a folder that is there.
 void check_writable(const std::string& path);
 
+/// The type that the ending of `path` names; nothing if no picture is saved under such a name.
+std::optional<std::int32_t> type_of_ending(const std::string& path);
 /// The number of the save type that the ending of `path` asks for. Throws UsageFailure if it asks for none.
 std::int32_t save_type(const std::string& path);
 
