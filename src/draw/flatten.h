@@ -10,6 +10,9 @@
 
 namespace pixvane {
 
+/// How far a line may stray from its curve, in pixels.
+constexpr double kFlatness = 1.0 / 16;
+
 struct Cubic {
     DrawPoint a, b, c, d;
 
@@ -41,19 +44,28 @@ struct Cubic {
     }
 };
 
-/// Calls `point(p)` for the ends of the pieces into which the curve is halved until `isFine(piece)`. What
-/// lies beside the guard is not halved.
+/// What becomes of a part of a curve that can't be seen: one line, or lines as long as the curve, for dashes.
+/// A part of more than a million pixels is one line in any case.
+enum class Unseen { Dropped, Measured };
+
+/// Calls `point(p)` for the ends of the pieces into which the curve is halved until `isFine(piece)`, or,
+/// beside the guard, as `unseen` says.
 template <class IsFine, class Point>
-void flatten(const Cubic& curve, const DrawRect& guard, IsFine isFine, Point point, int depth = 0) {
+void flatten(const Cubic& curve, const DrawRect& guard, Unseen unseen, IsFine isFine, Point point,
+             int depth = 0) {
     constexpr int kMaxDepth = 40;  // 2^32 pixels down to less than one
-    if (depth == kMaxDepth || curve.is_beside(guard) || isFine(curve)) {
+    const auto isDone = [&] {
+        if (!curve.is_beside(guard)) return isFine(curve);
+        return unseen == Unseen::Dropped || curve.bulge() < kFlatness || curve.hull_length() > 1e6;
+    };
+    if (depth == kMaxDepth || isDone()) {
         point(curve.d);
         return;
     }
     Cubic before, after;
     curve.split(before, after);
-    flatten(before, guard, isFine, point, depth + 1);
-    flatten(after, guard, isFine, point, depth + 1);
+    flatten(before, guard, unseen, isFine, point, depth + 1);
+    flatten(after, guard, unseen, isFine, point, depth + 1);
 }
 
 }  // namespace pixvane

@@ -17,8 +17,8 @@ DrawPoint between(DrawPoint a, DrawPoint b, double t) {
 
 /// Calls `figure(points, closed)` for each figure of the path, its curves flattened; `points` may be changed.
 template <class Figure>
-void for_each_figure(const Path& path, const DrawRect& guard, Points& points, Figure figure) {
-    const auto isFine = [](const Cubic& curve) { return curve.bulge() < 1.0 / 16; };
+void for_each_figure(const Path& path, const DrawRect& guard, Unseen unseen, Points& points, Figure figure) {
+    const auto isFine = [](const Cubic& curve) { return curve.bulge() < kFlatness; };
     const DrawPoint* p = path.points().data();
     points.clear();
     const auto finish = [&](bool closed) {
@@ -35,7 +35,7 @@ void for_each_figure(const Path& path, const DrawRect& guard, Points& points, Fi
                 break;
             case Path::Verb::Curve:
                 if (points.empty()) points.push_back(p[0]);
-                flatten({points.back(), p[0], p[1], p[2]}, guard, isFine,
+                flatten({points.back(), p[0], p[1], p[2]}, guard, unseen, isFine,
                         [&](DrawPoint end) { points.push_back(end); });
                 p += 3;
                 break;
@@ -167,7 +167,7 @@ void stroke_figure(Points& points, bool closed, const DrawRect& guard, const Pen
 
 void cut_fill(DrawScratch& scratch, const DrawRect& guard) {
     scratch.pieces.clear();
-    for_each_figure(scratch.outline, guard, scratch.points[0], [&](Points& points, bool) {
+    for_each_figure(scratch.outline, guard, Unseen::Dropped, scratch.points[0], [&](Points& points, bool) {
         Points& other = scratch.points[1];
         if (!is_inside(points, guard)) {
             cut_polygon(points, other, [&](DrawPoint p) { return p.x - guard.left; });
@@ -184,7 +184,8 @@ void cut_fill(DrawScratch& scratch, const DrawRect& guard) {
 
 void cut_stroke(DrawScratch& scratch, const DrawRect& guard, const PenShape& pen) {
     scratch.pieces.clear();
-    for_each_figure(scratch.outline, guard, scratch.points[0], [&](Points& points, bool closed) {
+    const Unseen unseen = pen.is_solid() ? Unseen::Dropped : Unseen::Measured;
+    for_each_figure(scratch.outline, guard, unseen, scratch.points[0], [&](Points& points, bool closed) {
         stroke_figure(points, closed, guard, pen, scratch.pieces);
     });
 }

@@ -10,7 +10,7 @@ namespace pixvane {
 
 // Whatever the numbers of scratch.outline, those of scratch.pieces are finite and stay within the guard but
 // for a stroke's ends; its curves have become lines that stray from them by no more than 1/16 pixel. The work
-// grows with what lies in the guard, not with what lies outside of it.
+// grows with what lies in the guard, not with what lies outside of it (of dashed curves: with its root).
 
 /// What is to be filled of the outline: the same inside within the guard.
 void cut_fill(DrawScratch& scratch, const DrawRect& guard);

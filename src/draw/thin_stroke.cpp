@@ -44,9 +44,9 @@ public:
     void curve_to(DrawPoint b, DrawPoint c, DrawPoint d) {
         const DrawRect guard{seen_.left - 2, seen_.top - 2, seen_.right + 2, seen_.bottom + 2};
         flatten(
-            {at_, b, c, d}, guard, [](const Cubic& piece) { return piece.hull_length() < 0.7; },
-            [&](DrawPoint p) { next_of_curve(pixel_of(p)); });
-        at_ = d;
+            {at_, b, c, d}, guard, pen_.is_solid() ? Unseen::Dropped : Unseen::Measured,
+            [](const Cubic& piece) { return piece.hull_length() < 0.7; },
+            [&](DrawPoint p) { next_of_curve(p); });
     }
 
 private:
@@ -66,14 +66,18 @@ private:
         return std::abs(p.x - q.x) == 1 && std::abs(p.y - q.y) == 1;
     }
 
-    void next_of_curve(DrawPoint to) {
-        if (to == last_) return;
+    void next_of_curve(DrawPoint at) {
+        const double distance = behind_ + std::hypot(at.x - at_.x, at.y - at_.y);
+        at_ = at;
+        const DrawPoint to = pixel_of(at);
         if (std::max(std::abs(to.x - last_.x), std::abs(to.y - last_.y)) > 1) {
             line(to);  // where nothing is seen of the curve
             lastIsCorner_ = false;
+            behind_ = distance;
             return;
         }
-        behind_ += std::hypot(to.x - last_.x, to.y - last_.y);
+        behind_ = distance;
+        if (to == last_) return;
         if (lastIsCorner_ && are_diagonal(beforeLast_, to)) {
             if (lastIsTouched_) touched_.pop_back();
         } else {

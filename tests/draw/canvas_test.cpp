@@ -233,6 +233,71 @@ TEST_F(CanvasTest, dashes_of_long_lines_are_where_they_are_without_a_cut) {
     EXPECT_EQ(std::count(diagonal.pixels.begin(), diagonal.pixels.end(), kInk), 99);
 }
 
+TEST_F(CanvasTest, what_lies_outside_changes_nothing_inside) {
+    // Drawn on a small target, cut to what is seen of it, and as a part of a large one.
+    constexpr std::int32_t kPart = 60, kRound = 220;
+    TestRandom random(21);
+    for (int round = 0; round < 600; ++round) {
+        std::vector<PixelPoint> points(3 + random.below(5));
+        for (PixelPoint& p : points)
+            p = {static_cast<std::int32_t>(random.below(400)) - 170,
+                 static_cast<std::int32_t>(random.below(400)) - 170};
+        const PixelRect area{points[0].x, points[0].y, std::abs(points[1].x) + 1, std::abs(points[1].y) + 1};
+        const bool smooth = round % 2 == 0;
+        const PenSettings p = pen(static_cast<float>(1 + round % 3 * 2), round / 3 % 5);
+        const auto shape = [&](std::int32_t shift) {
+            return [&, shift](Canvas& c) {
+                std::vector<PixelPoint> moved = points;
+                for (PixelPoint& at : moved) at = {at.x + shift, at.y + shift};
+                const PixelRect box{area.x + shift, area.y + shift, area.width, area.height};
+                switch (round / 15 % 8) {
+                    case 0:
+                        return c.polygon(p, moved);
+                    case 1:
+                        return c.fill_polygon(brush(), moved);
+                    case 2:
+                        return c.ellipse(p, box);
+                    case 3:
+                        return c.fill_ellipse(brush(), box);
+                    case 4:
+                        return c.pie(p, box, 20, -140);
+                    case 5:
+                        return c.spline(p, moved, true);
+                    case 6:
+                        return c.fill_spline(brush(), moved);
+                    default:
+                        return c.bezier(p, moved);
+                }
+            };
+        };
+        const Picture part = draw(kPart, kPart, shape(0), smooth);
+        const Picture whole = draw(2 * kRound, 2 * kRound, shape(kRound), smooth);
+        int differing = 0;
+        for (std::int32_t y = 0; y < kPart; ++y)
+            for (std::int32_t x = 0; x < kPart; ++x) {
+                const auto a = static_cast<int>(alpha_of(part.at(x, y)));
+                const auto b = static_cast<int>(alpha_of(whole.at(x + kRound, y + kRound)));
+                differing += std::abs(a - b) > (smooth ? 24 : 0);
+            }
+        EXPECT_LE(differing, 4) << "round " << round << ", shape " << round / 15 % 8;
+    }
+    // Two thousand million pixels long, five wide: the part that is seen is a band of that width.
+    for (const std::int32_t end : {1000, 1000000, 2000000000}) {
+        const Picture band = draw(
+            40, 40,
+            [&](Canvas& c) {
+                c.line(pen(5), {-end, -end}, {end, end});
+            },
+            true);
+        for (std::int32_t y = 5; y < 35; ++y) {
+            double total = 0;
+            for (std::int32_t x = 0; x < 40; ++x) total += alpha_of(band.at(x, y)) / 255.0;
+            EXPECT_NEAR(total, 5 * std::sqrt(2.0), 0.1) << end;
+            EXPECT_EQ(band.at(y, y), kInk);
+        }
+    }
+}
+
 TEST_F(CanvasTest, strokes_are_blended_once) {
     const Pixel ground = 0x60FFCC00, ink = 0x80204080;
     const PixelPoint knot[] = {{2, 2}, {37, 30}, {37, 2}, {2, 30}, {20, 2}, {20, 35}, {2, 2}, {37, 30}};
