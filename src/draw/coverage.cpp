@@ -10,24 +10,36 @@
 namespace pixvane {
 namespace {
 
-/// One row; `from` has the paint's pixels, or is null where `color` is all of them.
-void cover_row(Pixel* to, const std::uint8_t* coverage, std::size_t count, const Pixel* from, Pixel color) {
+std::uint64_t eight(const std::uint8_t* coverage) {
+    std::uint64_t bits;
+    std::memcpy(&bits, coverage, sizeof bits);
+    return bits;
+}
+
+/// How many of the first values are `value`, in steps of eight but for the end.
+std::size_t run_of(const std::uint8_t* coverage, std::size_t count, std::uint8_t value) {
+    const std::uint64_t all = value * 0x0101010101010101u;
+    std::size_t i = 0;
+    while (i + 8 <= count && eight(coverage + i) == all) i += 8;
+    while (i < count && coverage[i] == value) ++i;
+    return i;
+}
+
+/// One row of a mask; `color` is given where all of `from` is that, and opaque.
+void cover_row(Pixel* to, const std::uint8_t* coverage, std::size_t count, const Pixel* from,
+               const Pixel* color) {
     std::size_t i = 0;
     while (i < count) {
-        // Most of a mask is nothing, or all: eight pixels are looked at together.
-        std::uint64_t eight = 1;
-        if (i + 8 <= count) std::memcpy(&eight, coverage + i, 8);
-        if (eight == 0) {
-            i += 8;
-            continue;
+        // Most of a mask is nothing, or all.
+        i += run_of(coverage + i, count - i, 0);
+        const std::size_t whole = run_of(coverage + i, count - i, 255);
+        if (whole > 0 && color != nullptr) {
+            std::fill_n(to + i, whole, *color);
+        } else if (whole > 0) {
+            blend_row(to + i, from + i, whole);
         }
-        if (eight == ~std::uint64_t{0} && alpha_of(color) == 255 && from == nullptr) {
-            std::fill_n(to + i, 8, color);
-            i += 8;
-            continue;
-        }
-        for (const std::size_t end = std::min(i + 8, count); i < end; ++i)
-            to[i] = cover(to[i], from == nullptr ? color : from[i], coverage[i]);
+        for (i += whole; i < count && coverage[i] != 0 && coverage[i] != 255; ++i)
+            to[i] = cover(to[i], from[i], coverage[i]);
     }
 }
 
@@ -71,12 +83,20 @@ void blend_area(PixelBuffer target, PixelRect area, const Paint& paint, DrawScra
 void blend_mask(PixelBuffer target, const Mask& mask, const Paint& paint, DrawScratch& scratch) {
     if (mask.is_empty() || paint.is_nothing()) return;
     const PixelRect area = mask.area;
-    const auto count = static_cast<std::size_t>(area.width);
+    const auto width = static_cast<std::size_t>(area.width);
     const Pixel* solid = paint.solid();
-    Pixel* row = solid == nullptr ? row_of(scratch, area.width) : nullptr;
+    Pixel* row = row_of(scratch, area.width);
+    if (solid != nullptr) std::fill_n(row, width, *solid);
+    const Pixel* opaque = solid != nullptr && alpha_of(*solid) == 255 ? solid : nullptr;
     for (std::int32_t y = 0; y < area.height; ++y) {
-        if (row != nullptr) paint.row(area.x, area.y + y, row, count);
-        cover_row(target.row(area.y + y) + area.x, mask.row(y), count, row, solid != nullptr ? *solid : 0);
+        const std::uint8_t* coverage = mask.row(y);
+        const std::size_t first = run_of(coverage, width, 0);
+        if (first == width) continue;
+        std::size_t end = width;
+        while (coverage[end - 1] == 0) --end;
+        const std::int32_t x = area.x + static_cast<std::int32_t>(first);
+        if (solid == nullptr) paint.row(x, area.y + y, row, end - first);
+        cover_row(target.row(area.y + y) + x, coverage + first, end - first, row, opaque);
     }
 }
 

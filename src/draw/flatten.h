@@ -27,9 +27,10 @@ struct Cubic {
         const double y = std::max(std::abs(a.y - 2 * b.y + c.y), std::abs(b.y - 2 * c.y + d.y));
         return (x + y) * 0.75;
     }
-    double hull_length() const {
-        return std::hypot(b.x - a.x, b.y - a.y) + std::hypot(c.x - b.x, c.y - b.y) +
-               std::hypot(d.x - c.x, d.y - c.y);
+    /// No shorter than the curve, and no longer than its hull by more than the root of 2.
+    double room() const {
+        return std::abs(b.x - a.x) + std::abs(b.y - a.y) + std::abs(c.x - b.x) + std::abs(c.y - b.y) +
+               std::abs(d.x - c.x) + std::abs(d.y - c.y);
     }
     /// The halves before and after the middle.
     void split(Cubic& before, Cubic& after) const {
@@ -56,7 +57,7 @@ void flatten(const Cubic& curve, const DrawRect& guard, Unseen unseen, IsFine is
     constexpr int kMaxDepth = 40;  // 2^32 pixels down to less than one
     const auto isDone = [&] {
         if (!curve.is_beside(guard)) return isFine(curve);
-        return unseen == Unseen::Dropped || curve.bulge() < kFlatness || curve.hull_length() > 1e6;
+        return unseen == Unseen::Dropped || curve.bulge() < kFlatness || curve.room() > 1e6;
     };
     if (depth == kMaxDepth || isDone()) {
         point(curve.d);

@@ -45,8 +45,7 @@ public:
         const DrawRect guard{seen_.left - 2, seen_.top - 2, seen_.right + 2, seen_.bottom + 2};
         flatten(
             {at_, b, c, d}, guard, pen_.is_solid() ? Unseen::Dropped : Unseen::Measured,
-            [](const Cubic& piece) { return piece.hull_length() < 0.7; },
-            [&](DrawPoint p) { next_of_curve(p); });
+            [](const Cubic& piece) { return piece.room() < 1; }, [&](DrawPoint p) { next_of_curve(p); });
     }
 
 private:
