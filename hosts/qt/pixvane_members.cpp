@@ -154,6 +154,22 @@ void PixvaneMembers::setFrameColor(const QColor& Value) {
     call_member(*link_, "FrameColor", {Argument(Value)});
 }
 
+bool PixvaneMembers::ShowBorder() const {
+    return call_member(*link_, "ShowBorder", {}).truth();
+}
+
+void PixvaneMembers::setShowBorder(bool Value) {
+    call_member(*link_, "ShowBorder", {Argument(Value)});
+}
+
+bool PixvaneMembers::ShowDetails() const {
+    return call_member(*link_, "ShowDetails", {}).truth();
+}
+
+void PixvaneMembers::setShowDetails(bool Value) {
+    call_member(*link_, "ShowDetails", {Argument(Value)});
+}
+
 bool PixvaneMembers::ScrollWindowVisible() const {
     return call_member(*link_, "ScrollWindowVisible", {}).truth();
 }

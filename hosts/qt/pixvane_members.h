@@ -39,6 +39,8 @@ class PIXVANE_QT_API PixvaneMembers : public QWidget {
     Q_PROPERTY(bool AutoResize READ AutoResize WRITE setAutoResize)
     Q_PROPERTY(QColor BackColor1 READ BackColor1 WRITE setBackColor1)
     Q_PROPERTY(QColor FrameColor READ FrameColor WRITE setFrameColor)
+    Q_PROPERTY(bool ShowBorder READ ShowBorder WRITE setShowBorder)
+    Q_PROPERTY(bool ShowDetails READ ShowDetails WRITE setShowDetails)
     Q_PROPERTY(bool ScrollWindowVisible READ ScrollWindowVisible WRITE setScrollWindowVisible)
     Q_PROPERTY(QColor ScrollWindowColor READ ScrollWindowColor WRITE setScrollWindowColor)
     Q_PROPERTY(int PaintStatus READ PaintStatus WRITE setPaintStatus)
@@ -106,6 +108,10 @@ public:
     QColor BackColor1() const;
     /// Colour of the frame around the picture.
     QColor FrameColor() const;
+    /// Whether a frame is drawn around the picture.
+    bool ShowBorder() const;
+    /// Whether name and size of the folder's current file are shown.
+    bool ShowDetails() const;
     /// Whether an overview is shown while the picture overflows the window.
     bool ScrollWindowVisible() const;
     /// Colour of the overview, which is half transparent.
@@ -194,6 +200,12 @@ public Q_SLOTS:
     /// Colour of the frame around the picture.
     /// Value: color, default 0xD3D3D3.
     void setFrameColor(const QColor& Value);
+    /// Whether a frame is drawn around the picture.
+    /// Value: boolean, default true.
+    void setShowBorder(bool Value);
+    /// Whether name and size of the folder's current file are shown.
+    /// Value: boolean, default false.
+    void setShowDetails(bool Value);
     /// Whether an overview is shown while the picture overflows the window.
     /// Value: boolean, default false.
     void setScrollWindowVisible(bool Value);

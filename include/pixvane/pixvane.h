@@ -284,6 +284,11 @@ PIXVANE_API pixvane_status pixvane_window_pan(pixvane_control* control, int32_t 
 PIXVANE_API pixvane_status pixvane_window_frame(pixvane_control* control, void* buffer, size_t capacity,
                                                 int32_t* width, int32_t* height);
 
+/* The same without a copy: `pixels` points to the frame until the control is resized, repaints or is freed,
+ * which every call but these two may do. Null as long as none was composed. */
+PIXVANE_API pixvane_status pixvane_window_frame_pixels(pixvane_control* control, const void** pixels,
+                                                       int32_t* width, int32_t* height);
+
 /* What a control in no window keeps: its running timers (up to `capacity` of them; `count` is how many there
  * are), whether it holds the mouse, and its cursor. Where the host takes these over, nothing is kept. */
 PIXVANE_API pixvane_status pixvane_window_timers(pixvane_control* control, int32_t* ids,

@@ -559,6 +559,28 @@ public:
         static const std::int32_t member = pixvane_find_member("FrameColor");
         call("FrameColor", member, pixvane_color(Value));
     }
+    /// Whether a frame is drawn around the picture.
+    bool ShowBorder() {
+        static const std::int32_t member = pixvane_find_member("ShowBorder");
+        return call("ShowBorder", member).i != 0;
+    }
+    /// Whether a frame is drawn around the picture.
+    /// Value: boolean, default true.
+    void put_ShowBorder(bool Value) {
+        static const std::int32_t member = pixvane_find_member("ShowBorder");
+        call("ShowBorder", member, to_value(Value));
+    }
+    /// Whether name and size of the folder's current file are shown.
+    bool ShowDetails() {
+        static const std::int32_t member = pixvane_find_member("ShowDetails");
+        return call("ShowDetails", member).i != 0;
+    }
+    /// Whether name and size of the folder's current file are shown.
+    /// Value: boolean, default false.
+    void put_ShowDetails(bool Value) {
+        static const std::int32_t member = pixvane_find_member("ShowDetails");
+        call("ShowDetails", member, to_value(Value));
+    }
     /// Whether an overview is shown while the picture overflows the window.
     bool ScrollWindowVisible() {
         static const std::int32_t member = pixvane_find_member("ScrollWindowVisible");

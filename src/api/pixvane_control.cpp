@@ -194,12 +194,28 @@ pixvane_status pixvane_window_pan(pixvane_control* control, int32_t dx, int32_t 
     });
 }
 
-pixvane_status pixvane_window_frame(pixvane_control* control, void*, size_t, int32_t* width,
+pixvane_status pixvane_window_frame(pixvane_control* control, void* buffer, size_t capacity, int32_t* width,
                                     int32_t* height) {
     if (width == nullptr || height == nullptr) return PIXVANE_E_NULL;
+    return guarded(control, [&]() -> pixvane_status {
+        const ConstPixelBuffer frame = control->control.frame();
+        *width = frame.width;
+        *height = frame.height;
+        if (buffer == nullptr) return PIXVANE_OK;
+        if (capacity < frame.bytes()) return PIXVANE_E_RANGE;
+        if (frame.bytes() != 0) std::memcpy(buffer, frame.data, frame.bytes());
+        return PIXVANE_OK;
+    });
+}
+
+pixvane_status pixvane_window_frame_pixels(pixvane_control* control, const void** pixels, int32_t* width,
+                                           int32_t* height) {
+    if (pixels == nullptr || width == nullptr || height == nullptr) return PIXVANE_E_NULL;
     return guarded(control, [&] {
-        // Views are not painted yet, so there never is a frame.
-        *width = *height = 0;
+        const ConstPixelBuffer frame = control->control.frame();
+        *pixels = frame.data;
+        *width = frame.width;
+        *height = frame.height;
         return PIXVANE_OK;
     });
 }

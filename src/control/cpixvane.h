@@ -17,6 +17,7 @@
 #include "draw/draw_settings.h"
 #include "macros/macro_script.h"
 #include "view/mouse_dispatch.h"
+#include "view/painter.h"
 #include "view/scroll_window.h"
 
 namespace pixvane {
@@ -49,9 +50,11 @@ public:
     void record(const Row& row, std::span<const Value> arguments) {
         if (recording_) append_step(row, arguments);
     }
-    /// Tells the window that the view has changed; nothing while updates are suspended or before the first
-    /// resize.
+    /// Composes a frame and, once it is whole, tells the window; nothing while updates are suspended, before
+    /// the first resize, or without memory.
     void Repaint() override;
+    /// The last frame; of size 0 x 0 as long as none was composed. It stays until the next repaint.
+    ConstPixelBuffer frame() const { return painter_.frame(); }
 
     // Documents.
     void NewImage(std::int32_t width, std::int32_t height);
@@ -95,6 +98,12 @@ public:
     void put_BackColor1(Color color) { put_color(backColor1_, color); }
     bool AutoResize() { return autoResize_; }
     void put_AutoResize(bool autoResize) { autoResize_ = autoResize; }
+
+    /// Repaints only if there is a picture.
+    bool ShowBorder() { return showBorder_; }
+    void put_ShowBorder(bool show);
+    bool ShowDetails() { return showDetails_; }
+    void put_ShowDetails(bool show);
 
     // The overview panel.
     bool ScrollWindowVisible() { return scrollWindow_.visible; }
@@ -180,6 +189,7 @@ private:
     void append_step(const Row& row, std::span<const Value> arguments);
     std::optional<filters::Histogram> histogram(filters::Channel channel);
     void put_color(Pixel& setting, Color color);
+    bool paint();
 
     WorkerThreads workers_;
     ImageStore store_;
@@ -195,6 +205,9 @@ private:
     MouseDispatch mouse_;
     bool previewIsOpen_ = false;
     std::optional<HeldCall> previewed_;
+    Painter painter_{rasterizer_};
+    bool showBorder_ = true;
+    bool showDetails_ = false;
     Pixel backColor1_ = 0xFF00008B;
     bool autoResize_ = false;
     bool updatesSuspended_ = false;

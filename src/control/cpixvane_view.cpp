@@ -2,17 +2,46 @@
 // SPDX-License-Identifier: MIT
 #include "control/cpixvane.h"
 
+#include <new>
+
 namespace pixvane {
 
 void CPixvane::Repaint() {
     const bool hasWindow = store_.view.client_width() > 0 && store_.view.client_height() > 0;
-    if (updatesSuspended_ || !hasWindow) return;
-    scrollWindow_.update(store_.view);
+    if (updatesSuspended_ || !hasWindow || !paint()) return;
     window_.frame_ready();
+}
+
+bool CPixvane::paint() {
+    const Viewport& view = store_.view;
+    FrameContent content{{store_.shown(), store_.version()}, view};
+    content.background = backColor1_;
+    content.pictureBackground = store_.BitmapBackColor;
+    content.frameColor = store_.FrameColor;
+    content.showBorder = showBorder_;
+    content.smooth = settings_.smoothMode == 1;
+    scrollWindow_.update(view);
+    if (mouse_.overview_is_shown()) content.overview = &scrollWindow_;
+    try {
+        return painter_.compose(content, [this](Canvas& canvas) { mouse_.draw_tool(canvas); });
+    } catch (const std::bad_alloc&) {
+        // What was to be shown is done; it is not undone for want of a frame.
+        return false;
+    }
 }
 
 void CPixvane::put_color(Pixel& setting, Color color) {
     setting = to_pixel(color);
+    Repaint();
+}
+
+void CPixvane::put_ShowBorder(bool show) {
+    showBorder_ = show;
+    if (!store_.is_empty()) Repaint();
+}
+
+void CPixvane::put_ShowDetails(bool show) {
+    showDetails_ = show;
     Repaint();
 }
 

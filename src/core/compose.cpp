@@ -17,6 +17,7 @@ struct Clip {
 };
 
 Clip clip(std::int32_t start, std::int32_t length, std::int32_t limit) {
+    if (length <= 0) return {0, 0};
     const std::int64_t first = std::max<std::int64_t>(0, -std::int64_t{start});
     const std::int64_t last = std::min<std::int64_t>(length, std::int64_t{limit} - start);
     return {static_cast<std::int32_t>(std::min<std::int64_t>(first, length)),
@@ -44,6 +45,24 @@ Pixel source_over(Pixel destination, Pixel source) {
 void fill(PixelBuffer target, Pixel value) {
     const bool streaming = target.bytes() >= kStreamingBytes;
     fill_row(target.data, target.count(), value, streaming);
+    finish_rows(streaming);
+}
+
+void fill_area(PixelBuffer target, PixelRect area, Pixel value) {
+    const Clip columns = clip(area.x, area.width, target.width);
+    const Clip rows = clip(area.y, area.height, target.height);
+    auto count = static_cast<std::size_t>(columns.count);
+    std::int32_t runs = rows.count;
+    if (count == 0 || runs == 0) return;
+    const bool streaming = count * static_cast<std::size_t>(runs) * sizeof(Pixel) >= kStreamingBytes;
+    Pixel* to = target.row(area.y + rows.first) + (area.x + columns.first);
+    if (columns.count == target.width) {
+        count *= static_cast<std::size_t>(runs);
+        runs = 1;
+    }
+    const auto pitch = static_cast<std::size_t>(target.width);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(runs); ++i)
+        fill_row(to + i * pitch, count, value, streaming);
     finish_rows(streaming);
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/geometry.h"
 #include "core/pixel_buffer.h"
 
 namespace pixvane {
@@ -13,6 +14,8 @@ Pixel source_over(Pixel destination, Pixel source);
 
 /// Replaces every pixel, alpha included.
 void fill(PixelBuffer target, Pixel value);
+/// Replaces the pixels of `area` that lie in the target.
+void fill_area(PixelBuffer target, PixelRect area, Pixel value);
 /// Sizes must be equal, the memory different.
 void copy(PixelBuffer target, ConstPixelBuffer source);
 /// Draws `source` with its top left corner at (x, y), source-over, cut off at the target's edges.

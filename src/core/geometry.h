@@ -40,4 +40,20 @@ struct WindowRect {
     }
 };
 
+/// A pixel, of a picture or of a window.
+struct PixelPoint {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    bool operator==(const PixelPoint&) const = default;
+};
+
+/// Whole pixels; without a positive width and height there is nothing in it.
+struct PixelRect {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    bool operator==(const PixelRect&) const = default;
+};
+
 }  // namespace pixvane

@@ -45,6 +45,7 @@ void ImageStore::Empty() {
     redoCount_ = 0;
     modified_ = false;
     frameCount_ = 0;
+    ++version_;
     extras_ = {};
     view.set_image_size(0, 0);
 }
@@ -54,6 +55,7 @@ void ImageStore::begin_document(std::shared_ptr<Bitmap> bitmap) {
     current_ = 0;
     used_ = 1;
     frameCount_ = 1;
+    ++version_;
     view.set_image_size(width(), height());
     view.lay_out_document();
 }
@@ -104,7 +106,9 @@ bool ImageStore::load_array(const std::uint8_t* pixels, std::int64_t width, std:
 }
 
 void ImageStore::draw_over_current(ConstPixelBuffer picture) {
-    if (!is_empty()) draw_over(slot().pixels(), picture, 0, 0);
+    if (is_empty()) return;
+    draw_over(slot().pixels(), picture, 0, 0);
+    ++version_;
 }
 
 bool ImageStore::SaveImage(const std::string& path, std::int32_t type) {
@@ -164,6 +168,7 @@ void ImageStore::step_to(std::int32_t index) {
     const std::int32_t oldWidth = width();
     const std::int32_t oldHeight = height();
     current_ = index;
+    ++version_;
     if (width() != oldWidth || height() != oldHeight) show_size(current());
 }
 
@@ -219,6 +224,7 @@ void ImageStore::close_step(std::shared_ptr<Bitmap> bitmap) {
     }
     slots_[static_cast<std::size_t>(current_)] = std::move(bitmap);
     modified_ = true;
+    ++version_;
     if (!sameSize) show_size(current());
 }
 
@@ -238,10 +244,12 @@ void ImageStore::finish_preview() {
 void ImageStore::show_preview(std::shared_ptr<Bitmap> bitmap) {
     const ConstPixelBuffer before = shown();
     preview_ = std::move(bitmap);
+    ++version_;
     if (shown().width != before.width || shown().height != before.height) show_size(shown());
 }
 
 void ImageStore::drop_preview() {
+    if (preview_ != nullptr) ++version_;
     preview_.reset();
     if (!viewBeforePreview_) return;
     const Viewport& before = *viewBeforePreview_;

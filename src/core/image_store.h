@@ -31,6 +31,8 @@ public:
     /// The current picture; of size 0 x 0 when empty.
     ConstPixelBuffer current() const;
     std::shared_ptr<const Bitmap> current_bitmap() const;
+    /// Another number whenever the picture that is shown may be another one, or have other pixels.
+    std::uint64_t version() const { return version_; }
     std::int32_t frame_count() const { return frameCount_; }
     bool modified() const { return modified_; }
 
@@ -120,6 +122,7 @@ private:
     std::optional<Viewport> viewBeforePreview_;  // there if a preview changed the view
     Viewport viewAtStart_;
     std::int32_t frameCount_ = 0;
+    std::uint64_t version_ = 0;
     FileExtras extras_;
 };
 

@@ -62,4 +62,21 @@ struct PixelBuffer {
     operator ConstPixelBuffer() const { return {data, width, height}; }
 };
 
+/// A rectangle of pixels to write, within a larger picture or the whole of one.
+struct PixelArea {
+    Pixel* data = nullptr;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    std::ptrdiff_t pitch = 0;  ///< pixels from row to row
+
+    PixelArea() = default;
+    PixelArea(PixelBuffer whole)
+        : data(whole.data), width(whole.width), height(whole.height), pitch(whole.width) {}
+    /// Of a rectangle that lies within `whole`.
+    PixelArea(PixelBuffer whole, std::int32_t x, std::int32_t y, std::int32_t w, std::int32_t h)
+        : data(whole.row(y) + x), width(w), height(h), pitch(whole.width) {}
+
+    Pixel* row(std::int32_t y) const { return data + pitch * y; }
+};
+
 }  // namespace pixvane

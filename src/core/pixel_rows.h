@@ -8,8 +8,9 @@
 
 namespace pixvane {
 
-// Source and target are different memory. `streaming` says that the run is part of so large a target that it
-// had better be written past the caches; finish_rows() follows the last such run.
+// Source and target are different memory, or the same where nothing is streamed. `streaming` says that the
+// run is part of so large a target that it had better be written past the caches; finish_rows() follows the
+// last such run.
 
 void fill_row(Pixel* to, std::size_t count, Pixel value, bool streaming);
 void copy_row(Pixel* to, const Pixel* from, std::size_t count, bool streaming);

@@ -6,15 +6,17 @@
 #define HWY_TARGET_INCLUDE "core/scale.cpp"
 #include <hwy/foreach_target.h>  // this file once for each instruction set
 
-#include <cstring>
 #include <optional>
 #include <type_traits>
 
 #include "core/compose.h"
 #include "core/kernel_path.h"
+#include "core/pixel_rows.h"
 #include "core/scale_bilinear-inl.h"
 #include "core/scale_close-inl.h"
 #include "core/scale_sums-inl.h"
+#include "core/scratch.h"
+#include "core/streaming.h"
 
 #if HWY_ONCE
 namespace pixvane {
@@ -25,16 +27,39 @@ std::uint32_t rounded_quotient(std::uint64_t dividend, std::uint64_t divisor) {
     return static_cast<std::uint32_t>((2 * dividend + divisor) / (2 * divisor));
 }
 
-void copy_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
-               std::int32_t last) {
+/// Lays a pixel over what is below it.
+Pixel laid_over(Ground ground, Pixel target, Pixel pixel) {
+    if (ground.kind == Ground::Kind::Nothing) return pixel;
+    return source_over(ground.kind == Ground::Kind::Color ? ground.color : target, pixel);
+}
+
+void copy_rows(ConstPixelBuffer source, PixelArea target, const Scaling& scaling, std::int32_t first,
+               std::int32_t last, Ground ground) {
     const std::int32_t left = scaling.x().source_of(0);
     const std::int32_t top = scaling.y().source_of(first);
-    if (target.width == source.width) {
-        copy(target.rows(first, last), source.rows(top, top + last - first));
-        return;
+    auto count = static_cast<std::size_t>(target.width);
+    std::int32_t rows = last - first;
+    const bool streaming = count * static_cast<std::size_t>(rows) * sizeof(Pixel) >= kStreamingBytes;
+    if (target.width == source.width && target.width == target.pitch) {
+        count *= static_cast<std::size_t>(rows);
+        rows = 1;
     }
-    for (std::int32_t y = first; y < last; ++y)
-        std::memcpy(target.row(y), source.row(top + y - first) + left, target.rows(y, y + 1).bytes());
+    for (std::int32_t i = 0; i < rows; ++i) {
+        Pixel* to = target.row(first + i);
+        const Pixel* from = source.row(top + i) + left;
+        switch (ground.kind) {
+            case Ground::Kind::Nothing:
+                copy_row(to, from, count, streaming);
+                break;
+            case Ground::Kind::Color:
+                flatten_row(to, from, count, ground.color, streaming);
+                break;
+            case Ground::Kind::Target:
+                blend_row(to, from, count);
+                break;
+        }
+    }
+    finish_rows(streaming && ground.kind != Ground::Kind::Target);
 }
 
 }  // namespace
@@ -63,11 +88,13 @@ Pixel plain::scaled_pixel(ConstPixelBuffer source, const Scaling& scaling, std::
                       rounded_quotient(blue, alpha));
 }
 
-void plain::scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
-                       std::int32_t first, std::int32_t last) {
+void plain::scale_rows(ConstPixelBuffer source, PixelArea target, const Scaling& scaling, std::int32_t first,
+                       std::int32_t last, Ground ground) {
     for (std::int32_t y = first; y < last; ++y) {
-        for (std::int32_t x = 0; x < target.width; ++x)
-            target.row(y)[x] = scaled_pixel(source, scaling, x, y);
+        for (std::int32_t x = 0; x < target.width; ++x) {
+            Pixel& to = target.row(y)[x];
+            to = laid_over(ground, to, scaled_pixel(source, scaling, x, y));
+        }
     }
 }
 
@@ -78,55 +105,82 @@ HWY_BEFORE_NAMESPACE();
 namespace pixvane::HWY_NAMESPACE {
 #if PIXVANE_VECTORS
 
-// Makes the rows that are not opaque, of a picture that is tried as an opaque one first.
-class OtherRows {
+// A scaling under way, and what becomes of a row that is made. A row that turns out to be wrong half way is
+// made anew; so it is made in a line of its own where the target still counts.
+class ResultRows {
 public:
-    OtherRows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling)
-        : source_(source), target_(target), scaling_(scaling) {}
-    void make(std::int32_t y) {
+    ResultRows(ConstPixelBuffer source, PixelArea target, const Scaling& scaling, Ground ground)
+        : source_(source), target_(target), scaling_(scaling), ground_(ground) {
+        const auto width = static_cast<std::size_t>(target.width + kLanes);
+        if (needs_line()) line_ = thread_scratch<Pixel>(Scratch::ScaledLine, width);
+    }
+    bool is_valid() const { return !needs_line() || line_ != nullptr; }
+    bool needs_line() const { return ground_.kind == Ground::Kind::Target; }
+
+    // Where row y may be made.
+    Pixel* place(std::int32_t y) const { return needs_line() ? line_ : target_.row(y); }
+    void finish_opaque(std::int32_t y, const Pixel* made, bool streaming) const {
+        if (made != target_.row(y)) copy_run(made, target_.row(y), count(), streaming);
+    }
+    void finish(std::int32_t y, const Pixel* made) const {
+        if (ground_.kind == Ground::Kind::Color)
+            flatten_row(target_.row(y), made, count(), ground_.color, false);
+        if (ground_.kind == Ground::Kind::Target) blend_row(target_.row(y), made, count());
+    }
+
+    // A row that is not opaque, where rows are tried as opaque ones first.
+    void make_other(std::int32_t y) {
         if (!scaler_) scaler_.emplace(source_, scaling_);
         if (scaler_->is_valid()) {
-            scaler_->make_row(y, target_.row(y));
+            scaler_->make_row(y, place(y));
+            finish(y, place(y));
         } else {
-            plain::scale_rows(source_, target_, scaling_, y, y + 1);
+            make_plain(y, y + 1);
+        }
+    }
+    void make_plain(std::int32_t first, std::int32_t last) const {
+        plain::scale_rows(source_, target_, scaling_, first, last, ground_);
+    }
+    // False if the scaling is none that can be done so.
+    bool make_closely([[maybe_unused]] std::int32_t first, [[maybe_unused]] std::int32_t last) {
+#if HWY_TARGET == HWY_AVX3_DL
+        const CloseScaler scaler(source_, scaling_);
+        if (!scaler.is_valid()) return false;
+        for (std::int32_t y = first; y < last; ++y) {
+            if (scaler.make_opaque_row(y, place(y))) {
+                finish_opaque(y, place(y), false);
+            } else {
+                make_other(y);
+            }
+        }
+        return true;
+#else
+        return false;
+#endif
+    }
+    void make_by_sums(std::int32_t first, std::int32_t last) {
+        scaler_.emplace(source_, scaling_);
+        for (std::int32_t y = first; y < last; ++y) {
+            if (!scaler_->is_valid()) {
+                make_plain(y, y + 1);
+            } else if (scaler_->make_opaque_row(y, place(y))) {
+                finish_opaque(y, place(y), false);
+            } else {
+                make_other(y);
+            }
         }
     }
 
 private:
+    std::size_t count() const { return static_cast<std::size_t>(target_.width); }
+
     ConstPixelBuffer source_;
-    PixelBuffer target_;
+    PixelArea target_;
     const Scaling& scaling_;
+    Ground ground_;
+    Pixel* line_ = nullptr;
     std::optional<SumScaler> scaler_;
 };
-
-#if HWY_TARGET == HWY_AVX3_DL
-bool scale_rows_closely(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
-                        std::int32_t first, std::int32_t last) {
-    const CloseScaler scaler(source, scaling);
-    if (!scaler.is_valid()) return false;
-    OtherRows others(source, target, scaling);
-    for (std::int32_t y = first; y < last; ++y) {
-        if (!scaler.make_opaque_row(y, target.row(y))) others.make(y);
-    }
-    return true;
-}
-#else
-bool scale_rows_closely(ConstPixelBuffer, PixelBuffer, const Scaling&, std::int32_t, std::int32_t) {
-    return false;
-}
-#endif
-
-void scale_rows_by_sums(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
-                        std::int32_t first, std::int32_t last) {
-    SumScaler scaler(source, scaling);
-    if (!scaler.is_valid()) {
-        plain::scale_rows(source, target, scaling, first, last);
-        return;
-    }
-    for (std::int32_t y = first; y < last; ++y) {
-        if (!scaler.make_opaque_row(y, target.row(y))) scaler.make_row(y, target.row(y));
-    }
-}
 
 // The sums of the two source rows that are mixed at the moment; a row lies in the slot of its parity.
 template <bool kShort>
@@ -135,7 +189,7 @@ public:
     SumRows(ConstPixelBuffer source, const ScaleAxis& axis, WeightBits bits)
         : source_(source), axis_(axis), bits_(bits), width_((axis.count() + kLanes - 1) / kLanes * kLanes) {
         const std::size_t size = static_cast<std::size_t>(width_) * 4;
-        memory_ = hwy::AllocateAligned<std::int16_t>(2 * size + 2 * size / 4);
+        memory_ = thread_scratch<std::int16_t>(Scratch::ScaledRows, 2 * size + 2 * size / 4);
     }
     bool is_valid() const { return memory_ != nullptr; }
     std::int32_t width() const { return width_; }
@@ -155,10 +209,10 @@ public:
     }
     bool is_opaque(std::int32_t y) const { return isOpaque_[slot_of(y)]; }
     std::int16_t* sums_of(std::int32_t y) {
-        return memory_.get() + slot_of(y) * static_cast<std::size_t>(width_) * 4;
+        return memory_ + slot_of(y) * static_cast<std::size_t>(width_) * 4;
     }
     // Room for a row of the target in whole vectors.
-    Pixel* line() { return reinterpret_cast<Pixel*>(memory_.get() + static_cast<std::size_t>(width_) * 8); }
+    Pixel* line() { return reinterpret_cast<Pixel*>(memory_ + static_cast<std::size_t>(width_) * 8); }
 
 private:
     static std::size_t slot_of(std::int32_t y) { return static_cast<std::size_t>(y) % 2; }
@@ -169,28 +223,33 @@ private:
     std::int32_t width_;
     std::int32_t held_[2] = {-1, -1};
     bool isOpaque_[2] = {};
-    hwy::AlignedFreeUniquePtr<std::int16_t[]> memory_;
+    std::int16_t* memory_ = nullptr;
 };
 
 // Whether vectors may be streamed right into the rows of a target.
-bool can_stream(PixelBuffer target) {
-    return target.width % kLanes == 0 &&
+bool can_stream(PixelArea target) {
+    return target.width % kLanes == 0 && target.pitch % kLanes == 0 &&
            reinterpret_cast<std::uintptr_t>(target.data) % (kLanes * sizeof(Pixel)) == 0;
 }
 
+bool is_large(PixelArea target, std::int32_t first, std::int32_t last) {
+    const std::size_t rowBytes = static_cast<std::size_t>(target.width) * sizeof(Pixel);
+    return rowBytes * static_cast<std::size_t>(last - first) >= kStreamingBytes;
+}
+
 template <class Mix>
-HWY_NOINLINE void scale_rows_bilinear(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling,
-                                      WeightBits bits, std::int32_t first, std::int32_t last) {
+HWY_NOINLINE void scale_rows_bilinear(ConstPixelBuffer source, PixelArea target, const Scaling& scaling,
+                                      WeightBits bits, ResultRows& result, std::int32_t first,
+                                      std::int32_t last) {
     SumRows<std::is_same_v<Mix, MixShort>> rows(source, scaling.x(), bits);
     if (!rows.is_valid()) {
-        plain::scale_rows(source, target, scaling, first, last);
+        result.make_plain(first, last);
         return;
     }
-    OtherRows others(source, target, scaling);
-    const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
+    const bool streaming = is_large(target, first, last);
     const bool isWhole = rows.width() == target.width;
     constexpr std::int32_t kPixels = 256;  // a multiple of every vector
-    const bool direct = streaming ? can_stream(target) : isWhole;
+    const bool direct = !result.needs_line() && (streaming ? can_stream(target) : isWhole);
     for (std::int32_t y = first; y < last; ++y) {
         const Taps& taps = scaling.y().taps(y);
         const std::int32_t upper = taps.first;
@@ -211,41 +270,49 @@ HWY_NOINLINE void scale_rows_bilinear(ConstPixelBuffer source, PixelBuffer targe
                 mix_sums<false>(rows.sums_of(upper), rows.sums_of(lower), mix, to, x, end);
             }
         }
-        if (!rows.is_opaque(upper) || !rows.is_opaque(lower)) {
-            others.make(y);
-        } else if (!direct) {
-            copy_run(to, target.row(y), static_cast<std::size_t>(target.width), streaming);
+        if (rows.is_opaque(upper) && rows.is_opaque(lower)) {
+            result.finish_opaque(y, to, streaming);
+        } else {
+            result.make_other(y);
         }
     }
     hwy::FlushStream();
 }
 
-void halve(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
-           std::int32_t last) {
-    const bool streaming = can_stream(target) && target.rows(first, last).bytes() >= kStreamingBytes;
+void halve(ConstPixelBuffer source, PixelArea target, const Scaling& scaling, ResultRows& result,
+           std::int32_t first, std::int32_t last) {
+    const bool streaming = is_large(target, first, last);
+    const bool direct = streaming && !result.needs_line() && can_stream(target);
     const std::int32_t left = scaling.x().begin();
-    OtherRows others(source, target, scaling);
     for (std::int32_t y = first; y < last; ++y) {
         const std::int32_t row = scaling.y().taps(y).first;
         const Pixel* upper = source.row(row) + left;
         const Pixel* lower = source.row(row + 1) + left;
-        const bool isOpaque = streaming ? halve_rows<true>(upper, lower, target.row(y), target.width)
-                                        : halve_rows<false>(upper, lower, target.row(y), target.width);
-        if (!isOpaque) others.make(y);
+        Pixel* to = result.place(y);
+        const bool isOpaque = direct ? halve_rows<true>(upper, lower, to, target.width)
+                                     : halve_rows<false>(upper, lower, to, target.width);
+        if (isOpaque) {
+            result.finish_opaque(y, to, streaming);
+        } else {
+            result.make_other(y);
+        }
     }
     hwy::FlushStream();
 }
 
-void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
-                std::int32_t last) {
-    if (scaling.x().is_half() && scaling.y().is_half()) {
-        halve(source, target, scaling, first, last);
+void scale_rows(ConstPixelBuffer source, PixelArea target, const Scaling& scaling, std::int32_t first,
+                std::int32_t last, Ground ground) {
+    ResultRows result(source, target, scaling, ground);
+    if (!result.is_valid()) {
+        result.make_plain(first, last);
+    } else if (scaling.x().is_half() && scaling.y().is_half()) {
+        halve(source, target, scaling, result, first, last);
     } else if (scaling.x().is_bilinear() && scaling.y().is_bilinear()) {
         const WeightBits bits(scaling.x(), scaling.y());
         const auto run = bits.is_short() ? scale_rows_bilinear<MixShort> : scale_rows_bilinear<MixLong>;
-        run(source, target, scaling, bits, first, last);
-    } else if (!scale_rows_closely(source, target, scaling, first, last)) {
-        scale_rows_by_sums(source, target, scaling, first, last);
+        run(source, target, scaling, bits, result, first, last);
+    } else if (!result.make_closely(first, last)) {
+        result.make_by_sums(first, last);
     }
 }
 #else
@@ -266,13 +333,13 @@ double Scaling::nanoseconds_per_pixel() const {
     return kSourcePixel * sourceRows * (x_.end() - x_.begin()) / x_.count() + kTargetPixel;
 }
 
-void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
-                std::int32_t last) {
+void scale_rows(ConstPixelBuffer source, PixelArea target, const Scaling& scaling, std::int32_t first,
+                std::int32_t last, Ground ground) {
     if (scaling.is_copy()) {
-        copy_rows(source, target, scaling, first, last);
+        copy_rows(source, target, scaling, first, last, ground);
     } else {
-        pick_kernel(plain::scale_rows, HWY_DYNAMIC_DISPATCH(scale_rows))(source, target, scaling, first,
-                                                                         last);
+        pick_kernel(plain::scale_rows, HWY_DYNAMIC_DISPATCH(scale_rows))(source, target, scaling, first, last,
+                                                                         ground);
     }
 }
 

@@ -21,6 +21,8 @@ namespace pixvane {
 /// to nobody, and no border appears. Where neither axis changes its length pixels are copied as they are.
 class Scaling {
 public:
+    /// Of one pixel to one.
+    Scaling() : Scaling(1, 1, 1, 1) {}
     /// A rectangle (x.from, y.from, x.length, y.length) of the source is brought to x.size x y.size pixels,
     /// of which a target of x.count x y.count pixels gets those from (x.first, y.first) on: only they are
     /// computed, each as it would be in the whole.
@@ -28,6 +30,12 @@ public:
     /// The whole of a picture.
     Scaling(std::int32_t sourceWidth, std::int32_t sourceHeight, std::int32_t width, std::int32_t height)
         : Scaling({0, sourceWidth, width, 0, width}, {0, sourceHeight, height, 0, height}) {}
+
+    /// The same for other rectangles, in the memory that it has.
+    void assign(const ScaledRange& x, const ScaledRange& y) {
+        x_.assign(x);
+        y_.assign(y);
+    }
 
     const ScaleAxis& x() const { return x_; }
     const ScaleAxis& y() const { return y_; }
@@ -40,19 +48,27 @@ private:
     ScaleAxis y_;
 };
 
+/// What scaled pixels are laid over, source-over (core/compose.h): nothing, so that they are stored as they
+/// are; one colour; or what the target holds.
+struct Ground {
+    enum class Kind : std::uint8_t { Nothing, Color, Target };
+    Kind kind = Kind::Nothing;
+    Pixel color = 0;
+};
+
 /// Rows first..last of the target, the rest of it untouched. The source holds the rectangle, the target has
 /// the size that `scaling` was made for; the memory must be different.
-void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
-                std::int32_t last);
+void scale_rows(ConstPixelBuffer source, PixelArea target, const Scaling& scaling, std::int32_t first,
+                std::int32_t last, Ground ground = {});
 
 /// The whole of a picture to the target's size.
 void scale(ConstPixelBuffer source, PixelBuffer target);
 
 namespace plain {
-/// The target's pixel (x, y).
+/// The target's pixel (x, y), before it is laid over anything.
 Pixel scaled_pixel(ConstPixelBuffer source, const Scaling& scaling, std::int32_t x, std::int32_t y);
-void scale_rows(ConstPixelBuffer source, PixelBuffer target, const Scaling& scaling, std::int32_t first,
-                std::int32_t last);
+void scale_rows(ConstPixelBuffer source, PixelArea target, const Scaling& scaling, std::int32_t first,
+                std::int32_t last, Ground ground);
 }  // namespace plain
 
 }  // namespace pixvane

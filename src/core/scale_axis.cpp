@@ -7,7 +7,12 @@
 
 namespace pixvane {
 
-ScaleAxis::ScaleAxis(const ScaledRange& range) : range_(range) {
+void ScaleAxis::assign(const ScaledRange& range) {
+    range_ = range;
+    taps_.clear();
+    left_.clear();
+    rightWeights_.clear();
+    unusedBits_ = 0;
     const auto count = static_cast<std::size_t>(range.count);
     taps_.reserve(count);
     for (std::int32_t i = 0; i < range.count; ++i) {

@@ -37,7 +37,9 @@ struct Taps {
 ///   source pixels next to p weigh (1 - f) and f in units of 1/256, where f is the fraction of p.
 class ScaleAxis {
 public:
-    explicit ScaleAxis(const ScaledRange& range);
+    explicit ScaleAxis(const ScaledRange& range) { assign(range); }
+    /// Makes it the axis of another range, in the memory that it has.
+    void assign(const ScaledRange& range);
 
     bool is_copy() const { return range_.size == range_.length; }
     /// Whether weights are bilinear; else pixels are means of what they cover.
@@ -78,7 +80,7 @@ private:
     Taps bilinear_taps(std::int64_t x) const;
     Taps covered_taps(std::int64_t x) const;
 
-    ScaledRange range_;
+    ScaledRange range_{};
     std::vector<Taps> taps_;
     std::vector<std::int32_t> left_;
     std::vector<std::uint32_t> rightWeights_;

@@ -11,14 +11,13 @@
 #define PIXVANE_CORE_SCALE_CLOSE_INL_H_
 #endif
 
-#include <hwy/aligned_allocator.h>
-
 #include <algorithm>
 #include <cstdint>
 
 #include "core/pixel_runs-inl.h"
 #include "core/scale.h"
 #include "core/scale_floats-inl.h"
+#include "core/scratch.h"
 
 #if HWY_TARGET == HWY_AVX3_DL
 HWY_BEFORE_NAMESPACE();
@@ -35,7 +34,7 @@ public:
             most = std::max(most, scaling.y().taps(y).count);
         if (axis.inner_weight() >= 1 << 2 * kPartBits || most > FloatLimits::kMostTaps) return;
         const std::int32_t vectors = (axis.count() + kColumns - 1) / kColumns;
-        groups_ = hwy::AllocateAligned<Group>(static_cast<std::size_t>(vectors) * kGroups);
+        groups_ = thread_scratch<Group>(Scratch::ScaledGroups, static_cast<std::size_t>(vectors) * kGroups);
         if (groups_ == nullptr) return;
         for (std::int32_t i = 0; i < vectors; ++i) {
             for (std::int32_t k = 0; k < kGroups; ++k) {
@@ -125,7 +124,7 @@ private:
         const IntVec error = hn::Set(IntTag(), limits_.error);
         const IntVec fraction = hn::Set(IntTag(), kOne - 1);
         RowsAhead ahead(source_, scaling_.y(), y, scaling_.x().count() / kColumns);
-        const Group* group = groups_.get();
+        const Group* group = groups_;
         for (std::int32_t i = 0; i * kColumns < scaling_.x().count(); ++i, group += kGroups) {
             ahead.fetch();
             IntVec beyond = fraction;
@@ -219,7 +218,7 @@ private:
     const Scaling& scaling_;
     bool isValid_ = false;
     Limits limits_;
-    hwy::AlignedFreeUniquePtr<Group[]> groups_;
+    Group* groups_ = nullptr;
 };
 
 }  // namespace pixvane::HWY_NAMESPACE

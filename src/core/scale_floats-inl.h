@@ -7,13 +7,12 @@
 #define PIXVANE_CORE_SCALE_FLOATS_INL_H_
 #endif
 
-#include <hwy/aligned_allocator.h>
-
 #include <algorithm>
 #include <cstdint>
 
 #include "core/scale_axis.h"
 #include "core/scale_columns-inl.h"
+#include "core/scratch.h"
 
 #if PIXVANE_VECTORS
 HWY_BEFORE_NAMESPACE();
@@ -127,15 +126,15 @@ public:
         if (most > FloatLimits::kMostTaps) return;
         stride_ = (most + kGroup - 1) / kGroup * kGroup;
         const std::size_t count = static_cast<std::size_t>(axis.count()) * static_cast<std::size_t>(stride_);
-        starts_ = hwy::AllocateAligned<std::int32_t>(static_cast<std::size_t>(axis.count()));
+        starts_ = thread_scratch<std::int32_t>(Scratch::ScaledStarts, static_cast<std::size_t>(axis.count()));
         if (starts_ == nullptr) return;
-        weights_ = hwy::AllocateAligned<float>(count + kColumns);
+        weights_ = thread_scratch<float>(Scratch::ScaledWeights, count + kColumns);
         if (weights_ == nullptr) return;
-        std::fill_n(weights_.get(), count + kColumns, 0.0f);
+        std::fill_n(weights_, count + kColumns, 0.0f);
         for (std::int32_t x = 0; x < axis.count(); ++x) {
             const Taps& taps = axis.taps(x);
-            starts_[static_cast<std::size_t>(x)] = 4 * (taps.first - axis.begin());
-            float* to = weights_.get() + std::ptrdiff_t{stride_} * x;
+            starts_[x] = 4 * (taps.first - axis.begin());
+            float* to = weights_ + std::ptrdiff_t{stride_} * x;
             for (std::int32_t i = 0; i < taps.count; ++i)
                 to[i] = static_cast<float>(axis.weight(taps, i) / total);
         }
@@ -144,14 +143,14 @@ public:
     bool is_valid() const { return weights_ != nullptr; }
     std::int32_t stride() const { return stride_; }
     // stride() of them for each pixel.
-    const float* weights() const { return weights_.get(); }
+    const float* weights() const { return weights_; }
     const FloatLimits& limits() const { return limits_; }
     // Where the sums that make pixel x begin.
-    std::int32_t start(std::int32_t x) const { return starts_[static_cast<std::size_t>(x)]; }
+    std::int32_t start(std::int32_t x) const { return starts_[x]; }
 
 private:
-    hwy::AlignedFreeUniquePtr<std::int32_t[]> starts_;
-    hwy::AlignedFreeUniquePtr<float[]> weights_;
+    std::int32_t* starts_ = nullptr;
+    float* weights_ = nullptr;
     std::int32_t stride_ = 0;
     FloatLimits limits_;
 };

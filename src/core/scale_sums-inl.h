@@ -13,8 +13,6 @@
 #define PIXVANE_CORE_SCALE_SUMS_INL_H_
 #endif
 
-#include <hwy/aligned_allocator.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -111,8 +109,8 @@ public:
             most = std::max(most, blocks_ * kColumns + FloatLimits::kMostTaps + kGroup);
         }
         const std::size_t size = static_cast<std::size_t>(most) * 4;
-        sums_ = hwy::AllocateAligned<std::int32_t>(size);
-        if (sums_ != nullptr) std::fill_n(sums_.get(), size, 0);
+        sums_ = thread_scratch<std::int32_t>(Scratch::ScaledColumns, size);
+        if (sums_ != nullptr) std::fill_n(sums_, size, 0);
     }
     bool is_valid() const { return sums_ != nullptr; }
 
@@ -194,7 +192,7 @@ private:
         }
         // The last block was moved to the left by what it reached over the end; its sums were not.
         if (columns_ % kColumns != 0) {
-            std::memmove(sums_.get() + 4 * (columns_ - kColumns), sums_.get() + 4 * kColumns * (blocks_ - 1),
+            std::memmove(sums_ + 4 * (columns_ - kColumns), sums_ + 4 * kColumns * (blocks_ - 1),
                          sizeof(std::int32_t) * 4 * kColumns);
         }
     }
@@ -203,7 +201,7 @@ private:
     HWY_INLINE void for_blocks(bool isFirst, std::int32_t start, const Work& work) {
         const IntVec starts = hn::Set(IntTag(), start);
         for (std::int32_t i = 0; i < blocks_; ++i) {
-            std::int32_t* const place = sums_.get() + static_cast<std::ptrdiff_t>(4 * kColumns) * i;
+            std::int32_t* const place = sums_ + static_cast<std::ptrdiff_t>(4 * kColumns) * i;
             Sums sums = isFirst ? Sums{starts, starts, starts, starts} : load_sums(place);
             work(sums, std::min(i * kColumns, columns_ - kColumns));
             store_sums(sums, place);
@@ -254,7 +252,7 @@ private:
     }
 
     const std::int32_t* columns_of(std::int32_t x) const {
-        return sums_.get() + std::ptrdiff_t{4} * (scaling_.x().taps(x).first - begin_);
+        return sums_ + std::ptrdiff_t{4} * (scaling_.x().taps(x).first - begin_);
     }
 
     // Half of the total rounds; the quarter keeps whole quotients from falling short.
@@ -266,7 +264,7 @@ private:
         const std::int32_t offset = 4 * (begin_ - scaling_.x().begin());
         FloatVec sums[kGroup];
         for (std::int32_t k = 0; k < kGroup; ++k) {
-            const std::int32_t* columns = sums_.get() + (floats_->start(x + k) - offset);
+            const std::int32_t* columns = sums_ + (floats_->start(x + k) - offset);
             const float* weights =
                 floats_->weights() + std::ptrdiff_t{kSingle ? kGroup : floats_->stride()} * (x + k);
             const auto product = [&](std::int32_t i) {
@@ -327,7 +325,7 @@ private:
     std::int32_t begin_ = 0;
     std::int32_t columns_ = 0;
     std::int32_t blocks_ = 0;
-    hwy::AlignedFreeUniquePtr<std::int32_t[]> sums_;
+    std::int32_t* sums_ = nullptr;
     std::optional<FloatWeights> floats_;  // made for the first opaque row
 };
 

@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "core/pixel_buffer.h"
+#include "core/scale.h"
 #include "draw/path.h"
+#include "draw/rotated_picture.h"
 
 namespace pixvane {
 
@@ -17,6 +19,8 @@ struct DrawScratch {
     std::vector<DrawPoint> points[2];    ///< of a polygon that is being cut
     std::vector<std::uint64_t> touched;  ///< pixels of a thin line, y in the high half
     std::vector<Pixel> row;              ///< what a brush paints in a row
+    Scaling scaling;                     ///< of a picture
+    RotationScratch rotation;
 };
 
 }  // namespace pixvane

@@ -7,23 +7,9 @@
 #include <span>
 #include <vector>
 
+#include "core/geometry.h"
+
 namespace pixvane {
-
-/// A pixel, of a picture or of a window.
-struct PixelPoint {
-    std::int32_t x = 0;
-    std::int32_t y = 0;
-    bool operator==(const PixelPoint&) const = default;
-};
-
-/// Whole pixels; without a positive width and height there is nothing in it.
-struct PixelRect {
-    std::int32_t x = 0;
-    std::int32_t y = 0;
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-    bool operator==(const PixelRect&) const = default;
-};
 
 /// In pixels from the top left corner of the top left pixel: the centre of the pixel (0, 0) is (0.5, 0.5).
 struct DrawPoint {

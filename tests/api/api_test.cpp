@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <string>
 #include <thread>
@@ -229,6 +230,8 @@ TEST(Window, zooms_pans_and_keeps_its_state) {
     std::int32_t width = -1, height = -1;
     EXPECT_EQ(pixvane_window_zoom_at(c.handle, 3, 5, 5), PIXVANE_OK);
     EXPECT_EQ(c.get("Zoom").d, 1.0) << "nothing without a picture";
+    EXPECT_EQ(pixvane_window_frame(c.handle, nullptr, 0, &width, &height), PIXVANE_OK);
+    EXPECT_EQ(width + height, 0);
     pixvane_window_resize(c.handle, 100, 100);
     c.make(400, 400);
     EXPECT_EQ(c.get("Zoom").d, 0.23);
@@ -236,7 +239,21 @@ TEST(Window, zooms_pans_and_keeps_its_state) {
     EXPECT_DOUBLE_EQ(c.get("Zoom").d, 0.23 * 1.1 * 1.1);
     EXPECT_EQ(pixvane_window_pan(c.handle, 1, 0), PIXVANE_OK);
     EXPECT_EQ(pixvane_window_frame(c.handle, nullptr, 0, &width, &height), PIXVANE_OK);
-    EXPECT_EQ(width + height, 0);
+    EXPECT_EQ(width, 100);
+    EXPECT_EQ(height, 100);
+    c.call("ZoomToFit");
+    std::vector<std::uint32_t> pixels(100 * 100 + 1, 7);
+    EXPECT_EQ(pixvane_window_frame(c.handle, pixels.data(), 100 * 100 * 4 - 1, &width, &height),
+              PIXVANE_E_RANGE);
+    EXPECT_EQ(pixels[0], 7u);
+    EXPECT_EQ(pixvane_window_frame(c.handle, pixels.data(), 100 * 100 * 4, &width, &height), PIXVANE_OK);
+    EXPECT_EQ(pixels[0], 0xFF00008Bu) << "the background";
+    EXPECT_EQ(pixels[50 * 100 + 50], 0xFFFFFFFFu) << "the new picture";
+    EXPECT_EQ(pixels[100 * 100], 7u);
+    const void* shown = nullptr;
+    EXPECT_EQ(pixvane_window_frame_pixels(c.handle, &shown, &width, &height), PIXVANE_OK);
+    EXPECT_EQ(std::memcmp(shown, pixels.data(), 100 * 100 * 4), 0);
+    EXPECT_EQ(pixvane_window_frame_pixels(c.handle, nullptr, &width, &height), PIXVANE_E_NULL);
     std::size_t timers = 7;
     std::int32_t captured = -1, cursor = -1;
     EXPECT_EQ(pixvane_window_timers(c.handle, nullptr, nullptr, 0, &timers), PIXVANE_OK);

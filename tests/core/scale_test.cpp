@@ -4,9 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <tuple>
 
+#include "core/compose.h"
+#include "core/scaled_picture.h"
 #include "core/streaming.h"
 #include "support/instruction_sets.h"
 #include "support/pictures.h"
@@ -204,6 +207,68 @@ TEST_P(ScaleOnEveryInstructionSet, equals_the_plain_version_when_streaming) {
         ASSERT_TRUE(width * height * 4 >= static_cast<std::int32_t>(kStreamingBytes) || height == 140);
         expect_plain_result(source, width, height);
     }
+}
+
+TEST_P(ScaleOnEveryInstructionSet, draws_what_can_be_seen_over_any_ground) {
+    const TargetScope scope(GetParam());
+    TestRandom random(23);
+    const auto between = [&](std::int32_t low, std::int32_t high) {
+        return low + static_cast<std::int32_t>(random.below(static_cast<std::uint32_t>(high - low + 1)));
+    };
+    Scaling memory;
+    for (std::uint64_t seed = 0; seed < 500; ++seed) {
+        Picture picture = random_picture(between(1, 120), between(1, 60), seed);
+        if (seed % 3 != 0) picture = random_opaque_picture(picture.width, picture.height, seed);
+        if (seed % 3 == 1)
+            picture.pixels[random.below(static_cast<std::uint32_t>(picture.pixels.size()))] = 0;
+        PixelRect area{between(-150, 150), between(-60, 60), between(1, 300), between(1, 120)};
+        if (seed % 5 == 0) area.width = picture.width, area.height = picture.height;
+        if (seed % 7 == 0) area.width = 2 * picture.width, area.height = 2 * picture.height;
+        const Picture below = random_picture(between(1, 160), between(1, 60), seed + 1000);
+        const Picture whole = [&] {
+            const PlainScope plain;
+            return scaled(picture, area.width, area.height);
+        }();
+        for (const Ground ground :
+             {Ground{}, Ground{Ground::Kind::Color, 0xFF2040A0}, Ground{Ground::Kind::Target, 0}}) {
+            Picture expected = below;
+            for (std::int32_t y = std::max(0, area.y); y < std::min(below.height, area.y + area.height);
+                 ++y) {
+                for (std::int32_t x = std::max(0, area.x); x < std::min(below.width, area.x + area.width);
+                     ++x) {
+                    Pixel& to = expected.view().row(y)[x];
+                    const Pixel pixel = whole.at(x - area.x, y - area.y);
+                    to = ground.kind == Ground::Kind::Nothing ? pixel
+                         : ground.kind == Ground::Kind::Color ? source_over(ground.color, pixel)
+                                                              : source_over(to, pixel);
+                }
+            }
+            Picture drawn = below;
+            draw_scaled(drawn.view(), picture.view(), area, ground, memory);
+            ASSERT_TRUE(same_pixels(expected, drawn)) << "seed " << seed;
+        }
+    }
+}
+
+TEST(Scale, draws_nothing_where_there_is_nothing) {
+    const Picture picture(3, 3, 0xFFFFFFFF);
+    Scaling memory;
+    for (const PixelRect area : {PixelRect{0, 0, 0, 5},
+                                 {0, 0, 5, -1},
+                                 {9, 0, 5, 5},
+                                 {-5, 0, 5, 5},
+                                 {INT32_MAX, 0, INT32_MAX, 5},
+                                 {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}}) {
+        Picture target(9, 9, 0xFF123456);
+        draw_scaled(target.view(), picture.view(), area, {}, memory);
+        EXPECT_EQ(target, Picture(9, 9, 0xFF123456));
+    }
+    Picture target(9, 9);
+    draw_scaled(target.view(), {}, {0, 0, 9, 9}, {}, memory);
+    EXPECT_EQ(target, Picture(9, 9));
+    // Far larger than the window, only the window's part is made.
+    draw_scaled(target.view(), picture.view(), {-1000000000, -1000000000, INT32_MAX, INT32_MAX}, {}, memory);
+    EXPECT_EQ(target, Picture(9, 9, 0xFFFFFFFF));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ScaleOnEveryInstructionSet, ::testing::ValuesIn(available_targets()),

@@ -90,7 +90,9 @@ class Window(ControlTest):
         self.p.NewImage(10, 10)
         data, width, height = self.p.window.frame()
         self.assertIs(type(data), bytes)
-        self.assertEqual(len(data), width * height * 4)
+        self.assertEqual((len(data), width, height), (64 * 48 * 4, 64, 48))
+        middle = (24 * 64 + 32) * 4
+        self.assertEqual(data[:4] + data[middle : middle + 4], b"\x8b\x00\x00\xff" + b"\xff" * 4)
 
 
 class Process(ControlTest):

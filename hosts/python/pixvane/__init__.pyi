@@ -698,6 +698,24 @@ class Pixvane:
     def FrameColor(self, value: int) -> None: ...
 
     @property
+    def ShowBorder(self) -> bool:
+        """Whether a frame is drawn around the picture.
+
+            boolean, default true, get and put
+        """
+    @ShowBorder.setter
+    def ShowBorder(self, value: bool) -> None: ...
+
+    @property
+    def ShowDetails(self) -> bool:
+        """Whether name and size of the folder's current file are shown.
+
+            boolean, default false, get and put
+        """
+    @ShowDetails.setter
+    def ShowDetails(self, value: bool) -> None: ...
+
+    @property
     def ScrollWindowVisible(self) -> bool:
         """Whether an overview is shown while the picture overflows the window.
 
