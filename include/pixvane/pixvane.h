@@ -227,18 +227,18 @@ PIXVANE_API const pixvane_member_info* pixvane_member_at(size_t index); /* null 
 
 typedef struct pixvane_macro_step {
     int32_t code;
-    const char* member;     /* the member, or what else plays the step; null: the code is unknown */
-    size_t offset;          /* of its arguments in the macro's stream */
-    size_t size;            /* bytes of its arguments that are there */
-    int32_t complete;       /* 0: the stream ends within its arguments or before; the run ends before this step */
+    const char* member; /* the member, or what else plays the step; null: the code is unknown */
+    size_t offset;      /* of its arguments in the macro's stream */
+    size_t size;        /* bytes of its arguments that are there */
+    int32_t complete;   /* 0: the stream ends within its arguments or before; the run ends before this step */
     int32_t argument_count; /* of those that are whole */
     const char* const* names;
     const pixvane_value* arguments;
 } pixvane_macro_step;
 
 PIXVANE_API pixvane_status pixvane_macro_step_count(pixvane_control* control, size_t* count);
-/* The step at `index`; PIXVANE_E_RANGE beyond the end. What it points to lasts until the macro changes or this
- * function is called again for the control. */
+/* The step at `index`; PIXVANE_E_RANGE beyond the end. What it points to lasts until the macro changes or
+ * this function is called again for the control. */
 PIXVANE_API pixvane_status pixvane_macro_step_at(pixvane_control* control, size_t index,
                                                  pixvane_macro_step* step);
 

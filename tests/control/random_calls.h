@@ -36,6 +36,8 @@ inline Value random_argument(const Arg& argument, TestRandom& random) {
         low = argument.accepts.is_given() ? std::max(argument.accepts.minimum, -kFarAway) : -kFarAway;
         high = argument.accepts.is_given() ? std::min(argument.accepts.maximum, kFarAway) : kFarAway;
     }
+    if (argument.kind == Kind::Bool) return truth(random.below(2) == 0);
+    if (argument.field == Field::Byte) return integer(static_cast<std::int32_t>(random.below(256)));
     if (argument.kind == Kind::Double) return real(between(low, high));
     if (argument.kind == Kind::Color) return color(random.next());
     if (argument.kind == Kind::Int32Array) {

@@ -88,7 +88,9 @@ public:
     Mask stroke(const Path&, double, bool, PixelRect) override { return {}; }
     Mask text(std::string_view, const Font&, std::int32_t, std::int32_t, PixelRect) override { return {}; }
     TextSize measure(std::string_view, const Font&) override { return {}; }
-    std::span<const std::string> families() override { return {}; }
+    std::span<const std::string> families() override { return names; }
+
+    std::vector<std::string> names = {"Courier", "DejaVu Sans", "Liberation Sans"};
 };
 
 }  // namespace pixvane::test

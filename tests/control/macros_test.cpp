@@ -1,0 +1,508 @@
+// Macros: what is recorded of each member, what replays, and what stays as it was. A new command is tested
+// without a new test.
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "control/random_calls.h"
+#include "control/step_listing.h"
+#include "control/test_control.h"
+#include "core/random.h"
+
+namespace pixvane {
+namespace {
+
+using test::integer, test::real, test::truth;
+using test::MemoryScope;
+using test::Picture;
+using test::random_picture;
+using test::TestControl;
+using test::TestRandom;
+
+using Codes = std::vector<std::int32_t>;
+using Bytes = std::vector<std::uint8_t>;
+
+const Codes kSnapshot = {171, 172, 173, 174, 211, 175, 176, 177, 178, 179, 180, 190, 191, 192,
+                         193, 195, 200, 201, 202, 203, 204, 205, 206, 207, 208, 209, 210};
+constexpr std::size_t kSnapshotBytes = 78;
+
+Codes codes(TestControl& c) { return {c.control.macro().codes().begin(), c.control.macro().codes().end()}; }
+/// The codes, or bytes, that follow the snapshot.
+Codes recorded(TestControl& c) {
+    const auto all = c.control.macro().codes().subspan(kSnapshot.size());
+    return {all.begin(), all.end()};
+}
+Bytes recorded_bytes(TestControl& c) {
+    const ByteSpan all = c.control.macro().arguments().subspan(kSnapshotBytes);
+    return {all.begin(), all.end()};
+}
+
+Picture picture_of(TestControl& c) {
+    const ConstPixelBuffer now = c.picture();
+    return {now.width, now.height, std::vector<Pixel>(now.data, now.data + now.count())};
+}
+
+/// The bytes of a macro file.
+std::string macro_file(const Codes& codes, const Bytes& arguments) {
+    const auto number = [](std::size_t n) {
+        std::string text;
+        for (int shift = 0; shift < 32; shift += 8) text += static_cast<char>(n >> shift);
+        return text;
+    };
+    std::string file(1, static_cast<char>(codes.size()));
+    for (const std::int32_t code : codes) file += number(static_cast<std::uint32_t>(code));
+    return file + number(arguments.size()) + std::string(arguments.begin(), arguments.end());
+}
+
+/// Loads a macro into a control with a picture and plays it.
+void play(TestControl& c, const Codes& codes, const Bytes& arguments) {
+    c.files.files["macro"] = macro_file(codes, arguments);
+    ASSERT_TRUE(c.is("LoadMacros", {Value::string("macro")}));
+    c.call("PlayMacros");
+}
+
+void record(const Row& row, TestControl& c, const std::vector<Value>& values) {
+    Result result;
+    ASSERT_EQ(invoke(row, c.control, values, result), Status::Ok) << row.name;
+}
+
+/// What a macro file makes of a picture in a control of its own.
+Picture replay(const std::string& file, const Picture& picture) {
+    TestControl c;
+    c.files.files["macro"] = file;
+    c.load(picture);
+    EXPECT_TRUE(c.is("LoadMacros", {Value::string("macro")}));
+    const DrawSettings before = c.control.settings();
+    thread_random().set_state(1);
+    c.call("PlayMacros");
+    EXPECT_EQ(c.control.settings(), before);
+    return picture_of(c);
+}
+
+/// Records what is done to a picture, and replays it on a copy: they must be the same to the bit.
+template <class Work>
+::testing::AssertionResult replays(const Picture& picture, Work work) {
+    std::string file;
+    Picture expected;
+    {
+        TestControl c;
+        c.load(picture);
+        c.call("BeginMacros");
+        thread_random().set_state(1);
+        work(c);
+        c.call("EndMacros");
+        expected = picture_of(c);
+        EXPECT_TRUE(c.is("SaveMacros", {Value::string("macro")}));
+        file = c.files.files["macro"];
+    }
+    return test::same_pixels(expected, replay(file, picture));
+}
+
+TEST(Macros, replay_every_command_to_the_bit) {
+    const MemoryScope memory(std::uint64_t{16} << 20);
+    for (const Row* row : test::commands()) {
+        if (!row->plays) continue;
+        for (std::uint64_t seed = 1; seed <= 12; ++seed) {
+            TestRandom random(seed);
+            const Picture picture = random_picture(37, 23, seed);
+            const std::vector<Value> values = test::random_arguments(*row, random);
+            SCOPED_TRACE(test::describe(*row, values));
+            ASSERT_TRUE(replays(picture, [&](TestControl& c) { record(*row, c, values); }));
+        }
+    }
+}
+
+TEST(Macros, replay_any_mixture) {
+    // Small, so that many small steps are made rather than a few large ones.
+    const MemoryScope memory(std::uint64_t{1} << 20);
+    std::vector<const Row*> rows;
+    for (const Row& row : member_table())
+        if (row.macroCode >= 0 && row.plays && row.stepFields.empty()) rows.push_back(&row);
+    for (std::uint64_t seed = 1; seed <= 60; ++seed) {
+        SCOPED_TRACE(seed);
+        TestRandom random(seed);
+        const Picture picture = random_picture(31, 42, seed);
+        ASSERT_TRUE(replays(picture, [&](TestControl& c) {
+            for (int i = 0; i < 25; ++i) {
+                const Row& row = *rows[random.below(static_cast<std::uint32_t>(rows.size()))];
+                record(row, c, test::random_arguments(row, random));
+                // What isn't recorded between the steps doesn't matter to them.
+                if (random.below(8) == 0) c.call("ZoomIn");
+            }
+        }));
+    }
+}
+
+TEST(Macros, start_with_all_settings) {
+    TestControl c;
+    const auto word = [](std::uint32_t n) {
+        return Bytes{static_cast<std::uint8_t>(n), static_cast<std::uint8_t>(n >> 8),
+                     static_cast<std::uint8_t>(n >> 16), static_cast<std::uint8_t>(n >> 24)};
+    };
+    // "Liberation Sans" is the third family of the test.
+    std::vector<Bytes> fields = {word(1),
+                                 word(0),
+                                 word(0xFF000000),
+                                 {255},
+                                 word(0),
+                                 word(2),
+                                 {0},
+                                 {0},
+                                 {0},
+                                 {0},
+                                 {16},
+                                 word(0),
+                                 word(0),
+                                 word(0),
+                                 word(0),
+                                 {255},
+                                 word(20),
+                                 word(5),
+                                 word(0),
+                                 word(5),
+                                 word(0),
+                                 {255},
+                                 {255},
+                                 word(0xFFFFFFFF),
+                                 {0},
+                                 word(0xFFFFFFFF),
+                                 word(0xFF000000)};
+    const auto joined = [&] {
+        Bytes all;
+        for (const Bytes& field : fields) all.insert(all.end(), field.begin(), field.end());
+        return all;
+    };
+    const auto arguments = [&] {
+        const ByteSpan all = c.control.macro().arguments();
+        return Bytes(all.begin(), all.end());
+    };
+    c.call("BeginMacros");
+    c.call("EndMacros");
+    EXPECT_EQ(codes(c), kSnapshot);
+    EXPECT_EQ(arguments(), joined());
+    EXPECT_EQ(joined().size(), kSnapshotBytes);
+    EXPECT_TRUE(c.is("SaveMacros", {Value::string("macro")}));
+    EXPECT_EQ(c.files.files["macro"], macro_file(kSnapshot, joined()));
+
+    c.call("PenColor", {test::color(0x123456)});
+    c.call("PenTransparency", {integer(7)});
+    c.call("BrushTransparency", {integer(8)});
+    c.call("BrushColor2", {test::color(0xFF010203)});
+    c.call("ImageMaskColor", {test::color(0x00040506)});
+    c.call("FontStyleUnderline", {truth(true)});
+    fields[2] = word(0x07123456);
+    fields[3] = {7};
+    fields[8] = {1};
+    fields[15] = {8};
+    fields[23] = word(0xFF040506);
+    fields[25] = word(0x08FFFFFF);
+    fields[26] = word(0x08010203);
+    c.call("BeginMacros");
+    EXPECT_EQ(arguments(), joined());
+
+    // Begun anew while it is recorded; the texture comes after the brush.
+    c.files.files["texture"] = test::RawCodec::file_of(Picture(2, 1, {0x44332211, 0x88776655}));
+    c.call("TextureFileName", {Value::string("texture")});
+    c.call("BeginMacros");
+    Codes withTexture = kSnapshot;
+    withTexture.insert(withTexture.begin() + 16, 194);
+    fields.insert(fields.begin() + 16,
+                  Bytes{2, 0, 0, 0, 1, 0, 0, 0, 0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88});
+    EXPECT_EQ(codes(c), withTexture);
+    EXPECT_EQ(arguments(), joined());
+}
+
+TEST(Macros, replay_a_new_size_as_a_scale) {
+    TestControl c;
+    c.load(random_picture(20, 10, 1));
+    c.call("BeginMacros");
+    c.call("SetNewSize", {integer(640), integer(480)});
+    EXPECT_EQ(recorded(c), Codes{63});
+    EXPECT_EQ(recorded_bytes(c), (Bytes{0x80, 2, 0, 0, 0xE0, 1, 0, 0}));
+    EXPECT_EQ(c.number("ImageWidth"), 640);
+    c.call("EndMacros");
+
+    // By itself it reaches beyond the stream, and the run stops there.
+    ASSERT_TRUE(c.is("SaveMacros", {Value::string("macro")}));
+    const Picture picture = random_picture(20, 10, 2);
+    EXPECT_TRUE(test::same_pixels(picture, replay(c.files.files["macro"], picture)));
+
+    // Its sizes are the first factor, here 0.5, and the argument of Gamma the second; Gamma takes that of
+    // Contrast and Saturate, and nothing is left for them.
+    c.call("BeginMacros");
+    c.call("SetNewSize", {integer(0), integer(0x3FE00000)});
+    c.call("Gamma", {real(0.5)});
+    c.call("Contrast", {integer(0)});
+    c.call("Saturate", {integer(0x3FF80000)});
+    ASSERT_TRUE(c.is("SaveMacros", {Value::string("macro")}));
+    TestControl expected;
+    expected.load(picture);
+    expected.call("ScaleImage", {real(0.5), real(0.5)});
+    expected.call("Gamma", {real(1.5)});
+    EXPECT_TRUE(test::same_pixels(picture_of(expected), replay(c.files.files["macro"], picture)));
+}
+
+TEST(Macros, resize_by_a_step_that_nothing_records) {
+    TestControl c;
+    c.load(random_picture(20, 10, 1));
+    c.control.window_resized(100, 100);
+    c.call("BitmapBackColor", {test::color(0x0000FF)});
+    play(c, {149, 12}, {30, 0, 0, 0, 15, 0, 0, 0});
+    EXPECT_EQ(c.number("ImageWidth"), 30);
+    EXPECT_EQ(c.number("ImageHeight"), 15);
+    EXPECT_EQ(c.picture().row(14)[29], 0xFF00FFFFu);
+}
+
+TEST(Macros, step_over_what_they_do_not_know) {
+    // Unknown codes take nothing, the reserved one neither; every step without a function takes its bytes, so
+    // that Lightness behind it gets its own arguments.
+    const Picture picture = random_picture(9, 9, 4);
+    TestControl expected;
+    expected.load(picture);
+    expected.call("Lightness", {integer(50), integer(60), integer(70)});
+    const Bytes lightness = {50, 0, 0, 0, 60, 0, 0, 0, 70, 0, 0, 0};
+    const auto expect_stepped_over = [&](const Codes& codes, Bytes arguments) {
+        SCOPED_TRACE(codes.front());
+        TestControl c;
+        c.load(picture);
+        arguments.insert(arguments.end(), lightness.begin(), lightness.end());
+        play(c, codes, arguments);
+        EXPECT_TRUE(test::same_pixels(expected.picture(), c.picture()));
+    };
+    expect_stepped_over({2, -1307, 151, 100000, INT32_MIN, 8}, {});
+    const std::vector<std::pair<std::int32_t, std::size_t>> sizes = {
+        {16, 8}, {19, 4}, {27, 12}, {34, 12}, {51, 12}, {56, 12}, {67, 4}, {148, 0}, {213, 21}};
+    for (const auto& [code, size] : sizes) expect_stepped_over({code, 8}, Bytes(size, 1));
+    Bytes kernel = {16, 0, 0, 0};
+    kernel.resize(4 + 64, 1);
+    expect_stepped_over({38, 8}, kernel);
+    expect_stepped_over({38, 8}, {0, 0, 0, 0});
+    // A picture without a side has no pixels.
+    expect_stepped_over({194, 8}, {0, 0, 0, 0, 255, 255, 255, 255});
+}
+
+TEST(Macros, know_the_size_of_every_step) {
+    const std::vector<std::pair<Codes, std::size_t>> fixed = {
+        {{0, 4, 12, 17, 18, 20, 21, 54, 146, 148, 150, 151}, 0},
+        {{174, 176, 177, 178, 179, 180, 195, 205, 206, 208}, 1},
+        {{1,   5,   10,  11,  19,  22,  23,  24,  35,  36,  37,  47,  67,  142, 143, 145, 147, 171,
+          172, 173, 175, 190, 191, 192, 193, 200, 201, 202, 203, 204, 207, 209, 210, 211, 212},
+         4},
+        {{6, 9, 13, 15, 16, 28, 29, 44, 138, 149}, 8},
+        {{7, 8, 14, 27, 34, 51, 52, 56, 165}, 12},
+        {{62, 63, 139, 144, 152, 153, 154, 164, 220, 221}, 16},
+        {{61}, 20},
+        {{213}, 21},
+        {{159, 160}, 24},
+    };
+    std::size_t known = 0;
+    const Bytes zeros(64, 0);
+    const auto taken = [&](std::int32_t code, const Bytes& stream) {
+        const Row* row = find_step(code);
+        EXPECT_NE(row, nullptr) << code;
+        if (row == nullptr) return std::size_t{0};
+        ++known;
+        StepReader reader(stream);
+        StepArguments step;
+        EXPECT_TRUE(read_step(*row, reader, step)) << code;
+        EXPECT_EQ(step.values.size(), row->step_fields().size());
+        return reader.offset();
+    };
+    for (const auto& [list, size] : fixed)
+        for (const std::int32_t code : list) EXPECT_EQ(taken(code, zeros), size) << code;
+    Bytes counted(64, 0);
+    counted[0] = 3;
+    EXPECT_EQ(taken(38, counted), 4u + 4 * 3);
+    for (const std::int32_t code : {155, 156, 157, 158, 161, 166, 167, 168, 169})
+        EXPECT_EQ(taken(code, counted), 4u + 8 * 3) << code;
+    counted[4] = 2;
+    EXPECT_EQ(taken(194, counted), 8u + 4 * 3 * 2);
+    Bytes placed(64, 0);
+    placed[8] = 3;
+    EXPECT_EQ(taken(162, placed), 12u + 2 * 3);
+    placed[12] = 2;
+    EXPECT_EQ(taken(163, placed), 16u + 4 * 3 * 2);
+
+    std::size_t all = 0;
+    for (const auto rows : {member_table(), step_table()})
+        for (const Row& row : rows)
+            if (row.macroCode >= 0 && row.plays) ++all;
+    EXPECT_EQ(known, all);
+}
+
+TEST(Macros, stop_where_the_arguments_end) {
+    const Picture picture = random_picture(9, 9, 4);
+    const Codes list = {12, 7, 12};
+    for (std::size_t size = 1; size <= 12; ++size) {
+        TestControl c;
+        c.load(picture);
+        play(c, list, Bytes(size, 0));
+        c.call("Undo");
+        // All of the three steps ran, or only the first.
+        EXPECT_EQ(c.is("UndoEnable"), size == 12) << size;
+    }
+    // Counts that the stream can't hold: text, points, numbers, pixels, and sizes whose product overflows.
+    for (const auto& [code, before] :
+         std::vector<std::pair<std::int32_t, std::size_t>>{{162, 8}, {155, 0}, {38, 0}, {163, 8}, {194, 0}}) {
+        TestControl c;
+        c.load(picture);
+        Bytes arguments(before, 0);
+        arguments.resize(before + 8, 0xFF);
+        play(c, {code, 12}, arguments);
+        EXPECT_FALSE(c.is("UndoEnable")) << code;
+    }
+}
+
+TEST(Macros, leave_the_settings_as_they_were) {
+    TestControl c;
+    c.load(random_picture(8, 8, 1));
+    c.files.files["texture"] = test::RawCodec::file_of(random_picture(3, 2, 1));
+    c.call("TextureFileName", {Value::string("texture")});
+    c.call("PenWidth", {integer(3)});
+    const DrawSettings before = c.control.settings();
+    // Every setting is put to a value, many of them out of their range, and the run doesn't come to its end.
+    Codes list;
+    Bytes arguments;
+    for (const Row& row : setting_table()) {
+        if (!row.stepFields.empty()) continue;
+        list.push_back(row.macroCode);
+        arguments.resize(
+            arguments.size() +
+                (row.arguments[0].field == Field::Byte || row.arguments[0].field == Field::Flag ? 1 : 4),
+            0x7F);
+    }
+    list.push_back(194);
+    arguments.insert(arguments.end(), {1, 0, 0, 0, 1, 0, 0, 0, 9, 9, 9, 9});
+    list.push_back(1);
+    play(c, list, arguments);
+    EXPECT_EQ(c.control.settings(), before);
+
+    // What never was in its range gives way to what the macro has set.
+    c.control.settings().toolBrushSize = 12;
+    c.control.settings().toolBrushStyle = -1;
+    c.control.settings().eraserSize = 0;
+    c.control.settings().stamp.style = 7;
+    c.control.settings().sprayRadius = 99;
+    play(c, {201, 202, 200}, {4, 0, 0, 0, 3, 0, 0, 0, 9, 0, 0, 0});
+    EXPECT_EQ(c.number("ToolBrushSize"), 4);
+    EXPECT_EQ(c.number("ToolBrushStyle"), 3);
+    EXPECT_EQ(c.number("EraserSize"), 0);
+    EXPECT_EQ(c.number("ImageStyle"), 7);
+    EXPECT_EQ(c.number("SprayRadius"), 99);
+}
+
+TEST(Macros, play_without_being_recorded_and_show_the_result_once) {
+    TestControl c;
+    c.control.window_resized(50, 50);
+    c.window.frames = 0;
+    c.call("PlayMacros");
+    EXPECT_EQ(c.window.frames, 0) << "without a picture";
+    c.load(random_picture(8, 8, 1));
+    c.window.frames = 0;
+    c.call("PlayMacros");
+    EXPECT_EQ(c.window.frames, 1) << "an empty macro";
+    EXPECT_FALSE(c.is("Modified"));
+
+    c.call("BeginMacros");
+    c.call("Invert");
+    c.call("Mosaic", {integer(0), integer(1)});
+    c.window.frames = 0;
+    const Codes before = codes(c);
+    c.call("PlayMacros");
+    EXPECT_EQ(codes(c), before);
+    EXPECT_TRUE(c.is("Recording"));
+    EXPECT_EQ(c.window.frames, 1);
+    const Picture once = picture_of(c);
+    c.call("Undo");
+    c.call("Undo");
+    c.call("BeginUpdate");
+    c.call("PlayMacros");
+    EXPECT_TRUE(test::same_pixels(once, picture_of(c)));
+    c.window.frames = 0;
+    c.call("PlayMacros");
+    EXPECT_EQ(c.window.frames, 0);
+}
+
+TEST(Macros, survive_all_but_a_new_one) {
+    TestControl c;
+    EXPECT_FALSE(c.is("SaveMacros", {Value::string("macro")}));
+    EXPECT_TRUE(c.files.files.empty());
+    c.call("Invert");
+    EXPECT_TRUE(codes(c).empty());
+    c.call("BeginMacros");
+    c.call("Invert");
+    c.load(random_picture(8, 8, 1));
+    c.call("Undo");
+    c.call("EndMacros");
+    c.call("Sepia");
+    EXPECT_EQ(recorded(c), Codes{12});
+    c.files.diskFull = true;
+    EXPECT_FALSE(c.is("SaveMacros", {Value::string("macro")}));
+    c.files.diskFull = false;
+    EXPECT_TRUE(c.is("SaveMacros", {Value::string("macro")}));
+    EXPECT_EQ(recorded(c), Codes{12});
+
+    // A load that fails empties the macro, and leaves the recording as it is.
+    for (const bool isRecording : {true, false}) {
+        c.call(isRecording ? "BeginMacros" : "EndMacros");
+        c.files.files["short"] = "abcd";
+        for (const char* path : {"none", "short"}) {
+            EXPECT_TRUE(c.is("LoadMacros", {Value::string("macro")}));
+            EXPECT_FALSE(c.is("LoadMacros", {Value::string(path)}));
+            EXPECT_TRUE(codes(c).empty());
+            EXPECT_EQ(c.is("Recording"), isRecording);
+        }
+        EXPECT_FALSE(c.is("SaveMacros", {Value::string("new")}));
+        EXPECT_EQ(c.files.files.count("new"), 0u);
+    }
+}
+
+TEST(Macros, go_on_over_loaded_arguments) {
+    TestControl c;
+    c.call("BeginMacros");
+    c.files.files["macro"] = macro_file({8}, {1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3});
+    ASSERT_TRUE(c.is("LoadMacros", {Value::string("macro")}));
+    c.call("Saturate", {integer(0x05060708)});
+    EXPECT_EQ(codes(c), (Codes{8, 1}));
+    const ByteSpan arguments = c.control.macro().arguments();
+    EXPECT_EQ(Bytes(arguments.begin(), arguments.end()), (Bytes{8, 7, 6, 5, 2, 2, 2, 2, 3, 3, 3, 3}));
+}
+
+TEST(StepListing, tells_where_each_step_lies_and_which_do_not_run) {
+    TestControl c;
+    c.files.files["macro"] = macro_file(
+        {1, 2, 162, 7, 12, 3}, {9, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 1, 0, 0, 0, 'a', 0, 5, 0, 0, 0, 6});
+    ASSERT_TRUE(c.is("LoadMacros", {Value::string("macro")}));
+    StepListing listing;
+    const MacroScript& script = c.control.macro();
+    struct Expected {
+        const char* name;
+        std::size_t offset, size, arguments;
+        bool isComplete;
+    };
+    const std::vector<Expected> expected = {{"Saturate", 0, 4, 1, true}, {nullptr, 4, 0, 0, true},
+                                            {"Text", 4, 14, 3, true},    {"Brightness", 18, 5, 1, false},
+                                            {"Invert", 23, 0, 0, false}, {nullptr, 23, 0, 0, false}};
+    ASSERT_EQ(listing.steps(script).size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        SCOPED_TRACE(i);
+        const ListedStep step = listing.steps(script)[i];
+        StepArguments arguments;
+        listing.read(script, step, arguments);
+        EXPECT_EQ(step.row == nullptr, expected[i].name == nullptr);
+        if (step.row != nullptr) {
+            EXPECT_STREQ(step.row->name, expected[i].name);
+        }
+        EXPECT_EQ(step.offset, expected[i].offset);
+        EXPECT_EQ(step.size, expected[i].size);
+        EXPECT_EQ(step.isComplete, expected[i].isComplete);
+        EXPECT_EQ(arguments.values.size(), expected[i].arguments);
+    }
+    c.call("BeginMacros");
+    EXPECT_EQ(listing.steps(script).size(), kSnapshot.size());
+}
+
+}  // namespace
+}  // namespace pixvane
