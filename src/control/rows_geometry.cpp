@@ -26,6 +26,12 @@ void set_new_size(ImageStore& store, std::int32_t width, std::int32_t height) {
                 [=](auto source, auto target) { place(target, source, 0, 0, background); });
 }
 
+/// Only macros do this. Points of a gesture lie on a picture that is no more.
+void resize(CPixvane& control, std::int32_t width, std::int32_t height) {
+    set_new_size(control.store(), width, height);
+    if (control.PaintStatus() >= 1) control.mouse().ResetTools();
+}
+
 void rotate_flip(ImageStore& store, std::int32_t type) {
     if (type < 0 || type > 7) return;
     const bool quarterTurn = type % 2 != 0;
@@ -87,7 +93,7 @@ std::vector<Row> geometry_rows() {
                               "Cuts or enlarges the canvas on the right and at the bottom, without scaling.",
                               {{.name = "Width", .slider = {1, 8000}, .initial = 800, .accepts = sides},
                                {.name = "Height", .slider = {1, 8000}, .initial = 600, .accepts = sides}})),
-        step("Resize", 149, set_new_size, {{.name = "Width"}, {.name = "Height"}}),
+        step("Resize", 149, resize, {{.name = "Width"}, {.name = "Height"}}),
         command("RotateFlip", 37, rotate_flip, canvas,
                 "Turns clockwise by nType quarter turns; from 4 on, then flips left to right.",
                 {{.name = "nType", .slider = {0, 7}, .initial = 1, .accepts = {0, 7}}}),

@@ -263,6 +263,38 @@ TEST(Window, zooms_pans_and_keeps_its_state) {
     EXPECT_EQ(captured + cursor, 0);
 }
 
+TEST(Macros, show_their_steps_and_what_they_do_not_hold) {
+    Control c;
+    std::size_t count = 1;
+    pixvane_macro_step step;
+    EXPECT_EQ(pixvane_macro_step_count(c.handle, &count), PIXVANE_OK);
+    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(pixvane_macro_step_count(c.handle, nullptr), PIXVANE_E_NULL);
+    EXPECT_EQ(pixvane_macro_step_count(nullptr, &count), PIXVANE_E_NULL);
+    EXPECT_EQ(pixvane_macro_step_at(c.handle, 0, &step), PIXVANE_E_RANGE);
+    EXPECT_EQ(pixvane_macro_step_at(c.handle, 0, nullptr), PIXVANE_E_NULL);
+
+    EXPECT_EQ(c.call("BeginMacros"), PIXVANE_OK);
+    EXPECT_EQ(c.get("Recording").i, -1);
+    EXPECT_EQ(c.call("Gamma", {pixvane_double(0.5)}), PIXVANE_OK);
+    ASSERT_EQ(pixvane_macro_step_count(c.handle, &count), PIXVANE_OK);
+    ASSERT_EQ(count, 28u);
+    ASSERT_EQ(pixvane_macro_step_at(c.handle, 27, &step), PIXVANE_OK);
+    EXPECT_EQ(step.code, 29);
+    EXPECT_STREQ(step.member, "Gamma");
+    EXPECT_EQ(step.offset, 78u);
+    EXPECT_EQ(step.size, 8u);
+    EXPECT_EQ(step.complete, 1);
+    ASSERT_EQ(step.argument_count, 1);
+    EXPECT_STREQ(step.names[0], "Level");
+    EXPECT_EQ(step.arguments[0].kind, PIXVANE_DOUBLE);
+    EXPECT_EQ(step.arguments[0].d, 0.5);
+    EXPECT_EQ(c.call("Invert"), PIXVANE_OK);
+    ASSERT_EQ(pixvane_macro_step_at(c.handle, 28, &step), PIXVANE_OK);
+    EXPECT_EQ(step.argument_count, 0);
+    EXPECT_EQ(pixvane_macro_step_at(c.handle, 29, &step), PIXVANE_E_RANGE);
+}
+
 TEST(Process, limits_the_bytes_of_bitmaps) {
     Control c;
     const std::uint64_t before = pixvane_bitmap_bytes();

@@ -93,6 +93,24 @@ TEST(Settings, keep_to_their_ranges) {
     }
 }
 
+TEST(Settings, of_brushes_are_shown_while_a_tool_is_chosen) {
+    TestControl c;
+    c.control.window_resized(10, 10);
+    c.load(test::random_picture(5, 5, 1));
+    for (const std::int32_t mode : {0, 1, 26}) {
+        c.call("PaintStatus", {integer(mode)});
+        for (const char* name :
+             {"BrushStyle", "BrushHatchStyle", "BrushGradientStyle", "BrushTextureStyle", "SprayRadius"}) {
+            const bool isShown = mode != 0 && std::string(name) != "SprayRadius";
+            for (const std::int32_t value : {1, -1}) {
+                c.window.frames = 0;
+                c.call(name, {integer(value)});
+                EXPECT_EQ(c.window.frames, isShown ? 1 : 0) << name << value;
+            }
+        }
+    }
+}
+
 TEST(Settings, of_a_byte_take_nothing_else) {
     TestControl c;
     c.call("BeginMacros");
