@@ -135,6 +135,7 @@ HWY_INLINE IntVec add_products(IntVec sum, SignedWordVec a, SignedWordVec b) {
 class ByteQuotient {
 public:
     static constexpr std::int64_t kLargestDivisor = 65536;
+    static constexpr std::int64_t kBias = 0;  // that dividends come with
 
     explicit ByteQuotient(std::int64_t divisor)
         : divisor_(static_cast<float>(divisor)),
