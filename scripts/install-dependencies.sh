@@ -12,7 +12,7 @@ packages=(
     qt6-base-dev libgl-dev libegl-dev qt6-tools-dev
 )
 if [[ $level == test || $level == check ]]; then
-    packages+=(libgtest-dev make libx11-dev xvfb xauth xdotool imagemagick)
+    packages+=(libgtest-dev make libx11-dev libqt6opengl6-dev xvfb xauth xdotool imagemagick)
 fi
 if [[ $level == check ]]; then
     packages+=(clang-16 libclang-rt-16-dev clang-format-16 clang-tidy-16 shellcheck)

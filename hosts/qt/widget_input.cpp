@@ -5,6 +5,8 @@
 #include <QMouseEvent>
 #include <QUrl>
 #include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "widget_window.h"
@@ -36,9 +38,23 @@ int held_buttons(Qt::MouseButtons buttons) {
     return held;
 }
 
+bool is_whole(QPointF point) { return point == QPointF(point.toPoint()); }
+
+/// Where the mouse is. Windows round the position that they hand to their widgets to whole coordinates, of
+/// which several pixels may be one; what they have cut off is left in the scene's position.
+QPointF position_of(const QMouseEvent& event) {
+    const QPointF rounded = event.position(), exact = event.scenePosition();
+    return is_whole(rounded) ? rounded + (exact - QPointF(exact.toPoint())) : rounded;
+}
+
 }  // namespace
 
 // ---- The mouse -------------------------------------------------------------------------------------------
+
+QPoint PixvaneWidget::Window::mouse_point(const QMouseEvent& event) {
+    mouseAt_ = position_of(event);
+    return client_point(mouseAt_);
+}
 
 bool PixvaneWidget::Window::begin_pan(Qt::MouseButton button, QPoint at) {
     if (button != Qt::MiddleButton && !(button == Qt::LeftButton && spaceHeld_)) return false;
@@ -51,7 +67,7 @@ bool PixvaneWidget::Window::begin_pan(Qt::MouseButton button, QPoint at) {
 void PixvaneWidget::Window::mouse_pressed(QMouseEvent& event, int what) {
     const int button = button_of(event.button());
     if (button == kNoButton) return event.ignore();
-    const QPoint at = client_point(event.position());
+    const QPoint at = mouse_point(event);
     // The left button with the space bar is the widget's own; no tool hears of it.
     if (begin_pan(event.button(), at)) return;
     const int held = held_buttons(event.buttons());
@@ -62,7 +78,7 @@ void PixvaneWidget::Window::mouse_pressed(QMouseEvent& event, int what) {
 
 void PixvaneWidget::Window::mouse_moved(QMouseEvent& event) {
     const QPointer<PixvaneWidget> alive(&widget_);
-    const QPoint at = client_point(event.position());
+    const QPoint at = mouse_point(event);
     const int held = held_buttons(event.buttons());
     if (panButton_ != Qt::NoButton) {
         const QPoint by = at - panFrom_;
@@ -79,7 +95,7 @@ void PixvaneWidget::Window::mouse_released(QMouseEvent& event) {
     const QPointer<PixvaneWidget> alive(&widget_);
     const int button = button_of(event.button());
     if (button == kNoButton) return event.ignore();
-    const QPoint at = client_point(event.position());
+    const QPoint at = mouse_point(event);
     const int held = held_buttons(event.buttons());
     if (event.button() == panButton_) {
         panButton_ = Qt::NoButton;

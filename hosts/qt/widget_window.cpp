@@ -58,69 +58,58 @@ QSize PixvaneWidget::Window::client_size() const {
     return {side(widget_.width(), begin.x()), side(widget_.height(), begin.y())};
 }
 
-bool PixvaneWidget::Window::follow_size() {
+void PixvaneWidget::Window::follow_size() {
     const QSize size = client_size();
-    if (size == clientSize_) return true;
+    if (size == clientSize_) return;
     clientSize_ = size;
-    const QPointer<PixvaneWidget> alive(&widget_);
+    followingSize_ = true;
     link_.run([size](pixvane_control* control) {
         return pixvane_window_resize(control, size.width(), size.height());
     });
     // What was loaded before there was a window to fit it into.
-    if (alive && !painted_) fit_as_loaded();
-    return !alive.isNull();
+    if (!painted_) fit_as_loaded();
+    followingSize_ = false;
 }
 
 void PixvaneWidget::Window::fit_as_loaded() {
-    const QPointer<PixvaneWidget> alive(&widget_);
     if (widget_.IsEmpty()) return;
     widget_.ZoomToFit();
+    const bool fitsAsItIs =
+        widget_.ImageWidth() < clientSize_.width() && widget_.ImageHeight() < clientSize_.height();
     // ActialSize stops at a limit first if it comes from beyond it.
-    for (int i = 0; alive && i < 2; ++i) {
-        const bool fitsAsItIs =
-            widget_.ImageWidth() < clientSize_.width() && widget_.ImageHeight() < clientSize_.height();
-        if (fitsAsItIs && widget_.Zoom() != 1.0) widget_.ActialSize();
-    }
+    for (int i = 0; fitsAsItIs && widget_.Zoom() != 1.0 && i < 2; ++i) widget_.ActialSize();
 }
 
 // ---- Frames ----------------------------------------------------------------------------------------------
 
 void PixvaneWidget::Window::frame_ready() {
-    frameIsOld_ = true;
     widget_.update();
-    Q_EMIT widget_.frameChanged();
-}
-
-void PixvaneWidget::Window::fetch_frame() {
-    if (!frameIsOld_) return;
-    link_.run([this](pixvane_control* control) {
-        std::int32_t width = 0, height = 0;
-        const pixvane_status asked = pixvane_window_frame(control, nullptr, 0, &width, &height);
-        if (asked != PIXVANE_OK) return asked;
-        if (frame_.size() != QSize(width, height)) frame_ = QImage(width, height, QImage::Format_RGB32);
-        if (frame_.isNull()) return pixvane_status{PIXVANE_OK};
-        return pixvane_window_frame(control, frame_.bits(), static_cast<std::size_t>(frame_.sizeInBytes()),
-                                    &width, &height);
-    });
-    frameIsOld_ = false;
+    if (!followingSize_) return widget_.frameChanged();
+    // In the middle of a resize or a paint Qt can't do without the widget, so slots wait.
+    QMetaObject::invokeMethod(&widget_, &PixvaneWidget::frameChanged, Qt::QueuedConnection);
 }
 
 void PixvaneWidget::Window::paint() {
     // Here and not only when the widget is resized: another screen may have another ratio.
-    if (!follow_size()) return;
+    follow_size();
     painted_ = true;
-    fetch_frame();
     QPainter painter(&widget_);
-    if (frame_.isNull()) {
+    const void* pixels = nullptr;
+    std::int32_t width = 0, height = 0;
+    pixvane_window_frame_pixels(link_.control(), &pixels, &width, &height);
+    if (pixels == nullptr) {
         painter.fillRect(widget_.rect(), widget_.palette().window());
         return;
     }
+    // The control's own memory, which stays as it is while it is painted from.
+    QImage frame(static_cast<const uchar*>(pixels), width, height, qsizetype{width} * 4,
+                 QImage::Format_RGB32);
     // Pixel by pixel: from where a pixel of the screen begins, at the screen's own ratio.
     const QTransform toScreen = painter.deviceTransform();
     const QPointF begin = toScreen.map(QPointF(0, 0));
     const QPointF pixel(std::floor(begin.x() + kHair), std::floor(begin.y() + kHair));
-    frame_.setDevicePixelRatio(painter.device()->devicePixelRatioF());
-    painter.drawImage(toScreen.inverted().map(pixel), frame_);
+    frame.setDevicePixelRatio(painter.device()->devicePixelRatioF());
+    painter.drawImage(toScreen.inverted().map(pixel), frame);
 }
 
 // ---- Timers ----------------------------------------------------------------------------------------------

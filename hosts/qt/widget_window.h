@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QImage>
 #include <QPoint>
 #include <QPointF>
 #include <QPointer>
@@ -21,9 +20,8 @@ public:
     Window(PixvaneWidget& widget, pixvane::ControlLink& link);
     ~Window();
 
-    /// Tells the control how many pixels of the screen it has, if that has changed. False if the widget is
-    /// gone.
-    bool follow_size();
+    /// Tells the control how many pixels of the screen it has, if that has changed. Slots run later.
+    void follow_size();
     void paint();
 
     void mouse_pressed(QMouseEvent& event, int what);
@@ -53,8 +51,8 @@ private:
     /// The pixel of the client area at a position in the widget's coordinates.
     QPoint client_point(QPointF position) const;
     QSize client_size() const;
+    QPoint mouse_point(const QMouseEvent& event);
     void fit_as_loaded();
-    void fetch_frame();
     void show_cursor();
     void grab(bool grabbed);
     bool begin_pan(Qt::MouseButton button, QPoint at);
@@ -65,10 +63,9 @@ private:
     PixvaneWidget& widget_;
     pixvane::ControlLink& link_;
 
-    QImage frame_;
-    bool frameIsOld_ = true;
     bool painted_ = false;  ///< for the first time
     QSize clientSize_{0, 0};
+    bool followingSize_ = false;
 
     std::map<std::int32_t, std::unique_ptr<QTimer>> timers_;
     std::int32_t cursor_ = 0;
@@ -76,6 +73,7 @@ private:
     bool captured_ = false;
     bool grabbed_ = false;
 
+    QPointF mouseAt_;     ///< when it was last heard of
     int wheelAngle_ = 0;  ///< turned, but less than a notch
     bool spaceHeld_ = false;
     Qt::MouseButton panButton_ = Qt::NoButton;  ///< whose drag moves the picture

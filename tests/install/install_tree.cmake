@@ -3,7 +3,12 @@ file(REMOVE_RECURSE ${PREFIX})
 execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX}
   OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 file(GLOB_RECURSE installed RELATIVE ${PREFIX} ${PREFIX}/*)
-foreach(wanted
+set(wanted_of_qt "")
+if(QT)
+  set(wanted_of_qt "include/pixvane/qt/pixvane_widget\\.h" "lib.*/libpixvane-qt\\.so\\.0"
+    "lib.*/cmake/Pixvane/PixvaneQtTargets\\.cmake" "lib.*/qt6/plugins/designer/pixvane-designer\\.so")
+endif()
+foreach(wanted ${wanted_of_qt}
     "include/pixvane/pixvane\\.h" "include/pixvane/pixvane\\.hpp" "lib.*/libpixvane\\.so" "lib.*/libpixvane\\.so\\.0"
     "lib.*/cmake/Pixvane/PixvaneConfig\\.cmake" "lib.*/cmake/Pixvane/PixvaneConfigVersion\\.cmake"
     "lib.*/pkgconfig/pixvane\\.pc" "bin/pixvane" ".*/pixvane/__init__\\.py" "share/doc/.*/LICENSE")

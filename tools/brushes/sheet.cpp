@@ -171,10 +171,7 @@ private:
             canvas->polyline(pen(8, 0, 0x80C0392B), knot);
             x += step;
             for (std::int32_t i = 0; i < 5; ++i)
-                canvas->rectangle(pen(i < 2   ? 1.f
-                                      : i < 4 ? 2.f
-                                              : 3.f,
-                                      i % 3 == 2 ? 1 : 0),
+                canvas->rectangle(pen(static_cast<float>(1 + i / 2), i % 3 == 2 ? 1 : 0),
                                   {x + 9 * i, y_ + 7 * i, 100 - 18 * i, 68 - 14 * i});
             y_ += 86;
         }
