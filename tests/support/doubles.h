@@ -70,15 +70,19 @@ public:
     }
 };
 
+/// Counts frames and keeps what it was told.
 class CountingWindow final : public HostWindow {
 public:
     int frames = 0;
+    std::map<std::int32_t, std::int32_t> timers;
+    bool captured = false;
+    std::int32_t cursor = 0;
 
     void frame_ready() override { ++frames; }
-    void start_timer(std::int32_t, std::int32_t) override {}
-    void stop_timer(std::int32_t) override {}
-    void set_capture(bool) override {}
-    void set_cursor(std::int32_t) override {}
+    void start_timer(std::int32_t id, std::int32_t milliseconds) override { timers[id] = milliseconds; }
+    void stop_timer(std::int32_t id) override { timers.erase(id); }
+    void set_capture(bool taken) override { captured = taken; }
+    void set_cursor(std::int32_t number) override { cursor = number; }
 };
 
 /// Covers nothing, for controls whose pictures are looked at but not their view.
