@@ -295,6 +295,53 @@ TEST(Macros, show_their_steps_and_what_they_do_not_hold) {
     EXPECT_EQ(pixvane_macro_step_at(c.handle, 29, &step), PIXVANE_E_RANGE);
 }
 
+TEST(Window, hands_mouse_and_timer_to_the_control_and_keeps_what_it_asks_for) {
+    Control c;
+    pixvane_window_resize(c.handle, 100, 100);
+    c.make(400, 300);
+    c.call("ActialSize");
+    std::vector<std::int32_t> told;
+    const auto handler = [](void* user, const pixvane_value* arguments, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i)
+            static_cast<std::vector<std::int32_t>*>(user)->push_back(arguments[i].i);
+    };
+    ASSERT_EQ(pixvane_subscribe(c.handle, "OnMouseDown", handler, &told, nullptr), PIXVANE_OK);
+    std::int32_t captured = 0, cursor = 0, id = 0, milliseconds = 0;
+    std::size_t timers = 0;
+    pixvane_window_mouse(c.handle, PIXVANE_MOUSE_DOWN, PIXVANE_LEFT, 20, 30, 0);
+    // The centre of the picture is that of the window, and the first pixel of the image rectangle is (0, 0).
+    EXPECT_EQ(told, (std::vector<std::int32_t>{0, 20 + 150 - 1, 30 + 100 - 1}));
+    EXPECT_EQ(pixvane_window_captured(c.handle, &captured), PIXVANE_OK);
+    EXPECT_EQ(captured, 1);
+    c.call("PaintStatus", {pixvane_int32(7)});
+    EXPECT_EQ(pixvane_window_captured(c.handle, &captured), PIXVANE_OK);
+    EXPECT_EQ(captured, 0);
+    EXPECT_EQ(pixvane_window_timers(c.handle, &id, &milliseconds, 1, &timers), PIXVANE_OK);
+    EXPECT_EQ(timers, 1u);
+    EXPECT_EQ(id, 1);
+    EXPECT_EQ(milliseconds, 50);
+    EXPECT_EQ(pixvane_window_timer(c.handle, 1), PIXVANE_OK);
+    c.call("PaintStatus", {pixvane_int32(22)});
+    EXPECT_EQ(pixvane_window_timers(c.handle, nullptr, nullptr, 0, &timers), PIXVANE_OK);
+    EXPECT_EQ(timers, 0u);
+    EXPECT_EQ(pixvane_window_cursor(c.handle, &cursor), PIXVANE_OK);
+    EXPECT_EQ(cursor, 208);
+}
+
+TEST(Cursors, are_pictures_with_a_hot_spot) {
+    std::int32_t w = 0, h = 0, x = 0, y = 0;
+    EXPECT_EQ(pixvane_cursor_image(0, nullptr, 0, &w, &h, &x, &y), PIXVANE_E_RANGE);
+    EXPECT_EQ(pixvane_cursor_image(208, nullptr, 0, nullptr, &h, &x, &y), PIXVANE_E_NULL);
+    for (const std::int32_t cursor : {202, 206, 208}) {
+        ASSERT_EQ(pixvane_cursor_image(cursor, nullptr, 0, &w, &h, &x, &y), PIXVANE_OK);
+        std::vector<unsigned char> pixels(static_cast<std::size_t>(w) * static_cast<std::size_t>(h) * 4, 77);
+        EXPECT_EQ(pixvane_cursor_image(cursor, pixels.data(), pixels.size() - 1, &w, &h, &x, &y),
+                  PIXVANE_E_RANGE);
+        EXPECT_EQ(pixvane_cursor_image(cursor, pixels.data(), pixels.size(), &w, &h, &x, &y), PIXVANE_OK);
+        EXPECT_EQ(pixels[3], 0) << "the corner is clear";
+    }
+}
+
 TEST(Process, limits_the_bytes_of_bitmaps) {
     Control c;
     const std::uint64_t before = pixvane_bitmap_bytes();

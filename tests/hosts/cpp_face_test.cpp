@@ -138,6 +138,34 @@ TEST(CppFace, AMovedControlKeepsItsPictureAndHandlers) {
     EXPECT_EQ(pixvane_bitmap_bytes(), before);
 }
 
+TEST(CppFace, APreviewTakesTheArgumentsOfItsCommand) {
+    IPixvane control, direct;
+    const std::vector<std::int32_t> kernel = {0, 1, 0, 1, 4, 1, 0, 1, 0};
+    for (IPixvane* c : {&control, &direct}) {
+        c->put_BitmapBackColor(pixvane::rgb(10, 20, 30));
+        c->NewImage(8, 8);
+        c->AddGradientBorder(3, 0x123456, 0xFEDCBA, 2);
+    }
+    const auto preview_and_apply = [&](const char* name, const auto&... values) {
+        control.BeginPreview();
+        control.Preview(name, values...);
+        control.EndPreview(true);
+    };
+    preview_and_apply("UserEffect", kernel);
+    direct.UserEffect(kernel);
+    preview_and_apply("Gamma", 0.7);
+    direct.Gamma(0.7);
+    preview_and_apply("AddSimpleBorder", 2, pixvane::rgb(1, 2, 3));
+    direct.AddSimpleBorder(2, pixvane::rgb(1, 2, 3));
+    preview_and_apply("Invert");
+    direct.Invert();
+    EXPECT_EQ(control.GetImageArray(), direct.GetImageArray());
+    EXPECT_THROW(control.Preview("NoCommand"), pixvane::Error);
+    EXPECT_THROW(control.Preview("Gamma", "text"), pixvane::Error);
+    EXPECT_EQ(pixvane::cursor_image(208).hotX + 11, 16);
+    EXPECT_THROW(pixvane::cursor_image(1), pixvane::Error);
+}
+
 TEST(CppFace, WindowAndHost) {
     int frames = 0;
     pixvane_host host{};

@@ -187,6 +187,8 @@ class Refusals(CommandLineTest):
         (["bytes"], "LoadFromImageArray=a,2,2"),
         (["bytes"], "GetImageArray"),
         (["bytes"], "Picture=abc"),
+        (["before it is taken"], "Preview=Invert"),
+        (["before it is taken"], "EndPreview=true"),
     )
 
     def test_wrong_steps_are_found_before_anything_is_read(self):

@@ -151,6 +151,29 @@ class Methods(ControlTest):
         self.p.Empty()
         self.assertIsNone(self.p.GetLHistogram())
 
+    def test_a_preview_takes_the_arguments_of_its_command(self):
+        for name, values in (
+            ("Saturate", (50,)),
+            ("Gamma", (0.5,)),
+            ("Invert", ()),
+            ("AddSimpleBorder", (2, 0xFF0000)),
+            ("UserEffect", ([0, 0, 0, 0, 2, 0, 0, 0, 0],)),
+        ):
+            self.p.NewImage(8, 4)
+            getattr(self.p, name)(*values)
+            expected = self.p.ImageWidth, self.p.GetImageArray()
+            self.p.NewImage(8, 4)
+            self.p.BeginPreview()
+            self.p.Preview(name, *values)
+            self.assertEqual((self.p.ImageWidth, self.p.Modified), (8, False))
+            self.p.EndPreview(True)
+            self.assertEqual((self.p.ImageWidth, self.p.GetImageArray()), expected)
+        self.assertRaises(TypeError, self.p.Preview)
+        self.assertRaisesRegex(TypeError, "Saturate.*1 argument", self.p.Preview, "Saturate")
+        self.assertRaisesRegex(TypeError, "nValue must be an integer", self.p.Preview, "Saturate", "x")
+        for wrong in ("Undo", "saturate", 5, None):
+            self.assertRaises(AttributeError, self.p.Preview, wrong)
+
     def test_back_and_forth(self):
         self.p.Invert()
         self.p.AddSimpleBorder(2, 0x0000FF)

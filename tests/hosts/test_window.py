@@ -64,6 +64,19 @@ class Window(ControlTest):
         self.assertIs(type(window.cursor), int)
         self.assertIs(type(window.timers()), dict)
 
+    def test_modes_set_timer_and_cursor(self):
+        window = self.p.window
+        self.p.NewImage(50, 50)
+        for mode, timers, cursor in ((7, {1: 50}, 0), (3, {}, 206), (18, {1: 50}, 0), (12, {}, 202), (0, {}, 0)):
+            self.p.PaintStatus = mode
+            self.assertEqual((window.timers(), window.cursor), (timers, cursor))
+            if cursor:
+                data, width, height, x, y = window.cursor_image(cursor)
+                self.assertEqual(len(data), width * height * 4)
+                self.assertEqual(data[(y * width + x) * 4 :][:4], b"\0\0\0\xff")
+        self.assertRaises(ValueError, window.cursor_image, 0)
+        self.assertRaises(TypeError, window.cursor_image, "202")
+
     def test_what_the_library_is_told_of_the_mouse(self):
         told = []
 
