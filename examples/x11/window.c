@@ -112,44 +112,31 @@ static void move(window* w, const XMotionEvent* event) {
 
 /* Returns 0 when it is time to go. */
 static int type(window* w, XKeyEvent* event) {
+    static const struct {
+        KeySym key;
+        const char* member;
+    } commands[] = {
+        {XK_equal, "ZoomIn"}, {XK_KP_Add, "ZoomIn"}, {XK_minus, "ZoomOut"}, {XK_KP_Subtract, "ZoomOut"},
+        {XK_f, "ZoomToFit"},  {XK_1, "ActialSize"},  {XK_i, "Invert"},      {XK_u, "Undo"}};
     const KeySym key = XLookupKeysym(event, 0);
-    const char* member = key == XK_equal || key == XK_plus || key == XK_KP_Add ? "ZoomIn"
-                         : key == XK_minus || key == XK_KP_Subtract            ? "ZoomOut"
-                         : key == XK_f                                         ? "ZoomToFit"
-                         : key == XK_1                                         ? "ActialSize"
-                         : key == XK_i                                         ? "Invert"
-                         : key == XK_u                                         ? "Undo"
-                                                                               : NULL;
-    if (member != NULL) pixvane_invoke(w->control, member, NULL, 0, NULL);
+    for (size_t i = 0; i < sizeof commands / sizeof commands[0]; ++i)
+        if (commands[i].key == key) pixvane_invoke(w->control, commands[i].member, NULL, 0, NULL);
     const int dx = (key == XK_Left) - (key == XK_Right), dy = (key == XK_Up) - (key == XK_Down);
     if (dx != 0 || dy != 0) pixvane_window_pan(w->control, dx * kStep, dy * kStep);
     return key != XK_q;
 }
 
 static int handle(window* w, XEvent* event, Atom close) {
-    switch (event->type) {
-        case ConfigureNotify:
-            pixvane_window_resize(w->control, event->xconfigure.width, event->xconfigure.height);
-            break;
-        case Expose:
-            w->stale = 1;
-            break;
-        case ButtonPress:
-            press(w, &event->xbutton);
-            break;
-        case ButtonRelease:
-            if (event->xbutton.button <= Button3)
-                pixvane_window_mouse(w->control, PIXVANE_MOUSE_UP, (int32_t)event->xbutton.button - 1,
-                                     event->xbutton.x, event->xbutton.y, 0);
-            break;
-        case MotionNotify:
-            move(w, &event->xmotion);
-            break;
-        case KeyPress:
-            return type(w, &event->xkey);
-        case ClientMessage:
-            return (Atom)event->xclient.data.l[0] != close;
-    }
+    const XConfigureEvent* shape = &event->xconfigure;
+    if (event->type == KeyPress) return type(w, &event->xkey);
+    if (event->type == ClientMessage) return (Atom)event->xclient.data.l[0] != close;
+    if (event->type == ConfigureNotify) pixvane_window_resize(w->control, shape->width, shape->height);
+    if (event->type == Expose) w->stale = 1;
+    if (event->type == MotionNotify) move(w, &event->xmotion);
+    if (event->type == ButtonPress) press(w, &event->xbutton);
+    if (event->type == ButtonRelease && event->xbutton.button <= Button3)
+        pixvane_window_mouse(w->control, PIXVANE_MOUSE_UP, (int32_t)event->xbutton.button - 1,
+                             event->xbutton.x, event->xbutton.y, 0);
     return 1;
 }
 

@@ -27,7 +27,7 @@ void CPixvane::window_zoom_at(std::int32_t steps, WindowPoint at) {
 }
 
 void CPixvane::window_pan(std::int32_t dx, std::int32_t dy) {
-    if (change_view([&](Viewport& view) { view.pan(dx, dy); })) Repaint();
+    if (change_view([&](Viewport& view) { view.pan_toward(dx, dy); })) Repaint();
 }
 
 void CPixvane::file_dropped(std::string_view path) {

@@ -196,6 +196,12 @@ bool Viewport::pan(std::int32_t dx, std::int32_t dy) {
     return anchor() != before;
 }
 
+void Viewport::pan_toward(std::int32_t dx, std::int32_t dy) {
+    if (!has_image()) return;
+    if (overflowX_) anchorX_ = panned_toward(anchorX_, add(anchorX_, dx), imageWidth_, zoom_, clientWidth_);
+    if (overflowY_) anchorY_ = panned_toward(anchorY_, add(anchorY_, dy), imageHeight_, zoom_, clientHeight_);
+}
+
 void Viewport::ScrollTo(ImagePoint topLeft) {
     if (!has_image()) return;
     const auto anchor = [this](std::int32_t size, std::int32_t first) {

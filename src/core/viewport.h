@@ -49,6 +49,8 @@ public:
     /// Moves the picture on each axis on which it overflows; a move that would uncover background is refused
     /// as a whole. Returns whether it moved.
     bool pan(std::int32_t dx, std::int32_t dy);
+    /// Moves the picture likewise, but as far as it may where it may not move all the way.
+    void pan_toward(std::int32_t dx, std::int32_t dy);
     /// Brings an image point to the top left corner of the window: on both axes where both overflow, else on
     /// y alone where only that one overflows, else on x alone, whether it overflows or not. The picture may
     /// be moved off the window's edges. Nothing without a picture.

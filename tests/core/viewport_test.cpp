@@ -213,6 +213,7 @@ TEST(Viewport, survives_a_window_of_size_zero_and_no_picture) {
         }
         small.zoom_at(3, {INT32_MAX, INT32_MIN});
         small.pan(INT32_MAX, INT32_MIN);
+        small.pan_toward(INT32_MIN, INT32_MAX);
         small.ScrollTo({INT32_MAX, INT32_MIN});
     }
     Viewport empty;
@@ -224,6 +225,24 @@ TEST(Viewport, survives_a_window_of_size_zero_and_no_picture) {
     empty.zoom_at(5, {3, 3});
     EXPECT_FALSE(empty.pan(5, 5));
     EXPECT_EQ(empty.zoom(), 1.1);
+}
+
+TEST(Viewport, pans_as_far_as_single_steps_lead) {
+    for (const int zooms : {0, 3, 9}) {
+        Viewport far = with_picture(900, 700, 400, 300), near = far;
+        for (Viewport* view : {&far, &near})
+            for (int i = 0; i <= zooms; ++i) view->ZoomIn();
+        for (const auto& [dx, dy] :
+             {std::pair<int, int>(5, -7), {5000, 3}, {-1, 9000}, {-700, -100}, {INT32_MAX, INT32_MIN}}) {
+            far.pan_toward(dx, dy);
+            const auto steps = [](int by) {
+                return static_cast<int>(std::min(std::abs(static_cast<double>(by)), 1e4));
+            };
+            for (int i = 0; i < steps(dx); ++i) near.pan(dx > 0 ? 1 : -1, 0);
+            for (int i = 0; i < steps(dy); ++i) near.pan(0, dy > 0 ? 1 : -1);
+            EXPECT_EQ(far.ImageRect(), near.ImageRect());
+        }
+    }
 }
 
 TEST(Viewport, scrolls_to_a_point_on_the_axes_that_overflow) {
