@@ -169,10 +169,24 @@ void mean_tiles(ConstPixelBuffer source, std::int32_t half, std::int32_t x, std:
     }
 }
 
-// One row of tiles of `count` columns from x on, drawn into rows top..bottom.
+// Copies pixels and brings others near meanwhile.
+HWY_INLINE void copy_and_fetch(const Pixel* from, Pixel* to, std::size_t count, const Pixel* ahead,
+                               bool streaming) {
+    constexpr std::size_t kPart = 16 * kLinePixels;
+    // Parts end where lines do.
+    std::size_t part = kPart + pixels_to_line(to);
+    for (std::size_t i = 0; i < count; i += part, part = kPart) {
+        part = std::min(part, count - i);
+        for (std::size_t k = i; k < i + part; k += kLinePixels) hwy::Prefetch(ahead + k);
+        copy_run(from + i, to + i, part, streaming);
+    }
+}
+
+// One row of tiles of `count` columns from x on, drawn into rows top..bottom. `fetches`: all pixels of the
+// next tiles will be wanted.
 void draw_tiles(ConstPixelBuffer source, PixelBuffer target, std::int32_t side, std::int32_t x,
                 std::int32_t count, std::int32_t tiles, const Pixel* colors, std::int32_t top,
-                std::int32_t bottom, bool streaming) {
+                std::int32_t bottom, bool streaming, bool fetches) {
     Pixel line[kColumns];
     Pixel alpha = kOpaque;
     for (std::int32_t tile = 0; tile < tiles; ++tile) {
@@ -185,7 +199,10 @@ void draw_tiles(ConstPixelBuffer source, PixelBuffer target, std::int32_t side, 
     for (std::int32_t y = top; y < bottom; ++y) {
         Pixel* to = target.row(y) + x;
         const Pixel* from = source.row(y) + x;
-        if (alpha == kOpaque) {
+        if (alpha == kOpaque && fetches) {
+            const Pixel* ahead = source.row(std::min(y + side, source.height - 1)) + x;
+            copy_and_fetch(line, to, drawn, ahead, streaming);
+        } else if (alpha == kOpaque) {
             copy_run(line, to, drawn, streaming);
         } else {
             copy_run(from, to, drawn, false);
@@ -215,7 +232,8 @@ void mosaic(ConstPixelBuffer source, PixelBuffer target, TileColor color, std::i
                 for (std::int32_t tile = 0; tile < tiles; ++tile)
                     colors[tile] = source.row(y + half)[x + tile * side + half];
             }
-            draw_tiles(source, target, side, x, count, tiles, colors, top, bottom, streaming);
+            draw_tiles(source, target, side, x, count, tiles, colors, top, bottom, streaming,
+                       color == TileColor::Mean);
         }
     }
     if (streaming) hwy::FlushStream();
