@@ -85,7 +85,8 @@ void MouseDispatch::commit(std::string_view command, std::span<const Value> argu
 }
 
 void MouseDispatch::fire(std::string_view event, std::span<const Value> arguments) {
-    Pending pending{event, {}, std::min(arguments.size(), pending.arguments.size())};
+    Pending pending{event, {}, 0};
+    pending.count = std::min(arguments.size(), pending.arguments.size());
     std::copy_n(arguments.begin(), pending.count, pending.arguments.begin());
     pending_.push_back(pending);
 }
