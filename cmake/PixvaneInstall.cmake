@@ -66,6 +66,19 @@ if(TARGET pixvane-cli)
   install(TARGETS pixvane-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
+# The studio, and what desktops know it by.
+if(TARGET pixvane-studio)
+  set_target_properties(pixvane-studio PROPERTIES INSTALL_RPATH "$ORIGIN/${PIXVANE_BIN_TO_LIB}")
+  install(TARGETS pixvane-studio RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  set(studio ${PROJECT_SOURCE_DIR}/hosts/studio/data/org.pixvane.Studio)
+  install(FILES ${studio}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES ${studio}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+  foreach(side ${PIXVANE_ICON_SIDES})
+    install(FILES ${PROJECT_BINARY_DIR}/hosts/studio/icons/${side}.png
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${side}x${side}/apps RENAME org.pixvane.Studio.png)
+  endforeach()
+endif()
+
 # The Python package goes where the interpreter looks under this prefix; if it looks nowhere there, into the
 # folder for packages of any Python 3, and the user sets PYTHONPATH.
 find_package(Python3 3.9 QUIET COMPONENTS Interpreter)

@@ -9,10 +9,11 @@ packages=(
     g++ cmake ninja-build pkg-config python3 fonts-dejavu-core fonts-liberation2
     libhwy-dev libturbojpeg0-dev libjpeg62-turbo-dev libpng-dev libtiff-dev libgif-dev
     libwebp-dev libdeflate-dev libgdk-pixbuf-2.0-dev zlib1g-dev libcairo2-dev libpango1.0-dev
-    qt6-base-dev libgl-dev libegl-dev qt6-tools-dev
+    qt6-base-dev libgl-dev libegl-dev qt6-tools-dev qt6-wayland
 )
 if [[ $level == test || $level == check ]]; then
-    packages+=(libgtest-dev make libx11-dev libqt6opengl6-dev xvfb xauth xdotool imagemagick)
+    packages+=(libgtest-dev make libx11-dev libqt6opengl6-dev xvfb xauth xdotool imagemagick
+        desktop-file-utils appstream)
 fi
 if [[ $level == check ]]; then
     packages+=(clang-16 libclang-rt-16-dev clang-format-16 clang-tidy-16 shellcheck)
