@@ -11,7 +11,13 @@ void check(pixvane_status status, const std::string& what) {
 
 }  // namespace
 
-Control::Control() { check(pixvane_create(nullptr, &control_), "creating a control"); }
+Control::Control() {
+    pixvane_host host = {};
+    host.struct_size = sizeof host;
+    host.user = &frames_;
+    host.frame_ready = [](void* frames) { ++*static_cast<std::int32_t*>(frames); };
+    check(pixvane_create(&host, &control_), "creating a control");
+}
 
 pixvane_value Control::invoke(std::int32_t member, std::span<const pixvane_value> arguments) {
     pixvane_value result;
@@ -23,6 +29,15 @@ pixvane_value Control::invoke(const char* member, std::initializer_list<pixvane_
     pixvane_value result;
     check(pixvane_invoke(control_, member, arguments.begin(), arguments.size(), &result), member);
     return result;
+}
+
+void Control::resize(std::int32_t width, std::int32_t height) {
+    check(pixvane_window_resize(control_, width, height), "resizing the window");
+}
+
+void Control::mouse(std::int32_t what, std::int32_t button, std::int32_t x, std::int32_t y,
+                    std::int32_t held) {
+    check(pixvane_window_mouse(control_, what, button, x, y, held), "a mouse message");
 }
 
 void Control::load(const Picture& picture) {

@@ -36,12 +36,21 @@ public:
     pixvane_value invoke(std::int32_t member, std::span<const pixvane_value> arguments);
     pixvane_value invoke(const char* member, std::initializer_list<pixvane_value> arguments = {});
 
+    /// The client size of the control's window.
+    void resize(std::int32_t width, std::int32_t height);
+    /// What the mouse does there, as pixvane_window_mouse takes it.
+    void mouse(std::int32_t what, std::int32_t button, std::int32_t x, std::int32_t y, std::int32_t held);
+
+    /// How many frames it has composed.
+    std::int32_t frames() const { return frames_; }
+
     void load(const Picture& picture);
     void load_file(const std::string& path);
     Picture picture();
 
 private:
     pixvane_control* control_ = nullptr;
+    std::int32_t frames_ = 0;
 };
 
 /// The handle of a method or property; throws if there is none.

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -112,8 +113,13 @@ void run(const Options& options) {
     CopyUnit unit(std::size_t{kWidth} * kHeight * 4);
     const Measurement measured = measure(tasks, options.rounds, unit);
     std::vector<Result> results;
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        results.push_back({rows[i].label, measured.costs[i], rows[i].goal, workplace.file_size(rows[i])});
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const Cost& cost = measured.costs[i];
+        std::optional<double> rate;
+        if (const auto frames = workplace.frames(rows[i]))
+            rate = *frames / (cost.median * measured.unitSeconds);
+        results.push_back({rows[i].label, cost, rows[i].goal, workplace.file_size(rows[i]), rate});
+    }
     const Setting setting{options.rounds, options.threads, measured.unitSeconds};
     if (options.csv)
         print_csv(results, setting);

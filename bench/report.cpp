@@ -50,7 +50,7 @@ void print_table(const std::vector<Result>& results, const Setting& setting) {
     for (const Result& result : results) width = std::max(width, result.label.size());
     const int label = static_cast<int>(width);
     std::printf("%-*s  %7s  %6s  %-6s  %-15s  %s\n", label, "command", "cost", "goal", "", "quartiles",
-                "file");
+                "file or rate");
     for (const Result& result : results) {
         std::printf("%-*s  %7.2f  ", label, result.label.c_str(), result.cost.median);
         if (result.goal)
@@ -59,12 +59,14 @@ void print_table(const std::vector<Result>& results, const Setting& setting) {
             std::printf("%6s  %-6s", "-", "");
         std::printf("  %6.2f - %6.2f", result.cost.low, result.cost.high);
         if (result.fileBytes) std::printf("  %.1f MB", static_cast<double>(*result.fileBytes) / 1e6);
+        if (result.framesPerSecond) std::printf("  %.0f frames a second", *result.framesPerSecond);
         std::printf("\n");
     }
 }
 
 void print_csv(const std::vector<Result>& results, const Setting& setting) {
-    std::printf("command,cost,goal,met,lower_quartile,upper_quartile,file_bytes,memcpy_ms\n");
+    std::printf(
+        "command,cost,goal,met,lower_quartile,upper_quartile,file_bytes,frames_per_second,memcpy_ms\n");
     for (const Result& result : results) {
         std::printf("\"%s\",%.4f,", result.label.c_str(), result.cost.median);
         if (result.goal)
@@ -73,6 +75,8 @@ void print_csv(const std::vector<Result>& results, const Setting& setting) {
             std::printf(",,");
         std::printf("%.4f,%.4f,", result.cost.low, result.cost.high);
         if (result.fileBytes) std::printf("%ju", *result.fileBytes);
+        std::printf(",");
+        if (result.framesPerSecond) std::printf("%.1f", *result.framesPerSecond);
         std::printf(",%.4f\n", setting.unitSeconds * 1e3);
     }
 }

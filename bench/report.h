@@ -16,6 +16,7 @@ struct Result {
     Cost cost;
     std::optional<double> goal;
     std::optional<std::uintmax_t> fileBytes;
+    std::optional<double> framesPerSecond;
 };
 
 /// What the results depend on.

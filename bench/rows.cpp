@@ -10,6 +10,8 @@ namespace {
 constexpr std::int32_t kLargeWidth = 6000;
 constexpr std::int32_t kLargeHeight = 4000;
 constexpr std::int32_t kHistory = 16;
+constexpr std::int32_t kClientWidth = 1920;
+constexpr std::int32_t kClientHeight = 1080;
 
 const char* const kEndings[] = {"bmp", "jpg", "gif", "tif", "png"};
 
@@ -23,9 +25,13 @@ constexpr std::int32_t kLit5[25] = {-90, -70, -40, 10, 30, -70, -50, -20, 30, 50
 
 pixvane_value weights(const std::int32_t (&kernel)[25]) { return pixvane_int32_array(kernel, 25); }
 
-bool is_large(Kind kind) { return kind == Kind::Load24M || kind == Kind::Save24M; }
+bool is_view(Kind kind) { return kind == Kind::View || kind == Kind::Drag; }
+bool is_large(Kind kind) { return kind == Kind::Load24M || kind == Kind::Save24M || is_view(kind); }
 bool is_load(Kind kind) { return kind == Kind::Load4K || kind == Kind::Load24M; }
 bool is_save(Kind kind) { return kind == Kind::Save4K || kind == Kind::Save24M; }
+bool is_file(Kind kind) { return is_load(kind) || is_save(kind); }
+
+pixvane_value zoom(double factor) { return pixvane_double(factor); }
 
 Picture of_size(const Picture* source, std::int32_t width, std::int32_t height) {
     return source != nullptr ? tiled(*source, width, height) : photograph(width, height);
@@ -129,6 +135,16 @@ std::vector<Row> all_rows() {
         {"save BMP 4K", Kind::Save4K, "SaveImage", {n(0)}, none},
         {"load GIF 4K", Kind::Load4K, "LoadImage", {n(2)}, none},
         {"save GIF 4K", Kind::Save4K, "SaveImage", {n(2)}, none},
+        {"view 24 MP at 0.1", Kind::View, "EndUpdate", {zoom(0.1), pixvane_bool(0)}, none},
+        {"view 24 MP at 0.25", Kind::View, "EndUpdate", {zoom(0.25), pixvane_bool(0)}, 1.2},
+        {"view 24 MP at 0.27", Kind::View, "EndUpdate", {zoom(0.27), pixvane_bool(0)}, none},
+        {"view 24 MP at 0.5", Kind::View, "EndUpdate", {zoom(0.5), pixvane_bool(0)}, 0.9},
+        {"view 24 MP at 0.7", Kind::View, "EndUpdate", {zoom(0.7), pixvane_bool(0)}, none},
+        {"view 24 MP at 1", Kind::View, "EndUpdate", {zoom(1), pixvane_bool(0)}, 0.24},
+        {"view 24 MP at 2", Kind::View, "EndUpdate", {zoom(2), pixvane_bool(0)}, 0.6},
+        {"view 24 MP at 1, overview", Kind::View, "EndUpdate", {zoom(1), pixvane_bool(1)}, none},
+        {"drag 24 MP by 200 steps at 1", Kind::Drag, "EndUpdate", {zoom(1), pixvane_bool(0)}, none},
+        {"drag 24 MP by 200 steps at 0.5", Kind::Drag, "EndUpdate", {zoom(0.5), pixvane_bool(0)}, none},
     };
 }
 
@@ -167,6 +183,7 @@ std::string Workplace::path(const Row& row) const {
 
 void Workplace::prepare(const Row& row) {
     subject(row);
+    if (is_view(row.kind)) show(row);
     if (!is_load(row.kind)) return;
     const std::string file = path(row);
     if (std::filesystem::exists(file)) return;
@@ -175,9 +192,37 @@ void Workplace::prepare(const Row& row) {
         throw Error("can't save " + file);
 }
 
+// A window that the picture fits with its margin of 4 pixels gives the zoom, which then stays.
+void Workplace::show(const Row& row) {
+    Control& control = subject(row);
+    const double zoom = row.arguments[0].d;
+    control.invoke("BeginUpdate");
+    control.invoke("ScrollWindowVisible", {row.arguments[1]});
+    control.resize(static_cast<std::int32_t>(kLargeWidth * zoom + 8),
+                   static_cast<std::int32_t>(kLargeHeight * zoom + 8));
+    control.invoke("ZoomToFit");
+    control.resize(kClientWidth, kClientHeight);
+    control.invoke("EndUpdate");
+    if (control.invoke("Zoom").d != zoom) throw Error(std::string(row.label) + " has another zoom");
+}
+
 void Workplace::run(const Row& row) {
     Control& control = subject(row);
-    if (!is_load(row.kind) && !is_save(row.kind)) {
+    if (row.kind == Kind::View) {
+        control.invoke(member(row.member), {});
+        return;
+    }
+    if (row.kind == Kind::Drag) {
+        constexpr std::int32_t x = kClientWidth / 2, y = kClientHeight / 2;
+        const std::int32_t before = control.frames();
+        control.mouse(PIXVANE_MOUSE_DOWN, PIXVANE_LEFT, x, y, 0);
+        for (std::int32_t i = 1; i <= kDragSteps; ++i)
+            control.mouse(PIXVANE_MOUSE_MOVE, PIXVANE_LEFT, x - 2 * i, y + i, PIXVANE_HELD_LEFT);
+        control.mouse(PIXVANE_MOUSE_UP, PIXVANE_LEFT, x, y, 0);
+        if (control.frames() - before < kDragSteps) throw Error(std::string(row.label) + " was refused");
+        return;
+    }
+    if (!is_file(row.kind)) {
         result_ = control.invoke(member(row.member), row.arguments);
         return;
     }
@@ -188,6 +233,7 @@ void Workplace::run(const Row& row) {
 
 void Workplace::finish(const Row& row) {
     Control& control = subject(row);
+    if (is_view(row.kind)) return;
     if (row.kind == Kind::Edit) {
         // A command that refused would have left a step to redo: the one that was taken back before.
         if (control.invoke("RedoEnable").i != 0) throw Error(std::string(row.label) + " made no step");
@@ -199,8 +245,13 @@ void Workplace::finish(const Row& row) {
 }
 
 std::optional<std::uintmax_t> Workplace::file_size(const Row& row) const {
-    if (!is_load(row.kind) && !is_save(row.kind)) return std::nullopt;
+    if (!is_file(row.kind)) return std::nullopt;
     return std::filesystem::file_size(path(row));
+}
+
+std::optional<std::int32_t> Workplace::frames(const Row& row) const {
+    if (row.kind != Kind::Drag) return std::nullopt;
+    return kDragSteps;
 }
 
 }  // namespace bench

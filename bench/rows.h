@@ -22,13 +22,17 @@ enum class Kind {
     Load24M,  ///< LoadImage of a file that was saved with the row's type
     Save4K,
     Save24M,  ///< SaveImage with the row's type
+    View,     ///< a repaint of the 24-megapixel picture in a window of 1920 x 1080, at the row's zoom
+    Drag,     ///< a drag of it by kDragSteps moves of the mouse, each of them a repaint
 };
+
+constexpr std::int32_t kDragSteps = 200;
 
 struct Row {
     const char* label;
     Kind kind;
     const char* member;
-    std::vector<pixvane_value> arguments;  ///< of files: the type alone
+    std::vector<pixvane_value> arguments;  ///< of files: the type alone; of views: zoom, overview
     std::optional<double> goal;            ///< as a multiple of memcpy; none if none was set
 };
 
@@ -49,12 +53,15 @@ public:
     void finish(const Row& row);
     /// Bytes of the file that the row reads or writes; none if it does neither.
     std::optional<std::uintmax_t> file_size(const Row& row) const;
+    /// How many frames the row composes, where they are to be counted.
+    std::optional<std::int32_t> frames(const Row& row) const;
 
 private:
     Control& small();
     Control& large();
     Control& loader();
     Control& subject(const Row& row);
+    void show(const Row& row);
     std::string path(const Row& row) const;
 
     const Picture* source_;

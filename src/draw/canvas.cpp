@@ -25,7 +25,7 @@ DrawRect grown(DrawRect rect, double by) {
 PixelRect pixels_of(const DrawRect& rect) {
     const auto whole = [](double value) {
         // Half of the range, so that widths fit as well.
-        constexpr double kEnd = std::numeric_limits<std::int32_t>::max() / 2;
+        constexpr double kEnd = std::numeric_limits<std::int32_t>::max() / 2.0;
         return static_cast<std::int32_t>(std::clamp(value, -kEnd, kEnd));
     };
     const std::int32_t x = whole(std::floor(rect.left));

@@ -3,6 +3,7 @@
 #include "draw/paint.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "draw/hatch_patterns.h"
 
@@ -18,7 +19,7 @@ Pixel far_gradient(const LinearGradient& gradient, std::int64_t x, std::int64_t 
     const double ways[] = {across, down, (across + down) / 2, (1 - across + down) / 2};
     const double t = std::clamp(ways[static_cast<int>(gradient.mode)], 0.0, 1.0);
     const auto mix = [&](std::uint32_t from, std::uint32_t to) {
-        return static_cast<std::uint32_t>(from + (static_cast<double>(to) - from) * t + 0.5);
+        return static_cast<std::uint32_t>(std::floor(from + (static_cast<double>(to) - from) * t + 0.5));
     };
     return make_pixel(mix(alpha_of(gradient.from), alpha_of(gradient.to)),
                       mix(red_of(gradient.from), red_of(gradient.to)),

@@ -101,8 +101,10 @@ private:
         const double aside = to.y - from.y;
         const double first = isSteep ? seen_.top : seen_.left;
         const double last = (isSteep ? seen_.bottom : seen_.right) - 1;
-        const double end = std::min(along, last - from.x);
-        for (double i = std::max(0.0, first - from.x); i <= end; ++i) {
+        const double skipped = std::max(0.0, first - from.x);
+        const double steps = std::min(along, last - from.x) - skipped;
+        for (std::int32_t step = 0; step <= steps; ++step) {
+            const double i = skipped + step;
             // Exact for all coordinates of a picture: a quotient of whole numbers, halves up.
             const double y = along == 0 ? from.y : from.y + std::floor((2 * aside * i + along) / (2 * along));
             const double distance = along == 0 ? 0 : (isBackward ? along - i : i) * (length / along);

@@ -50,7 +50,7 @@ struct BoxMean {
 /// S the sum of the weights. The division truncates toward zero, and is left out if S is 0.
 void box_mean(ConstPixelBuffer source, PixelBuffer target, const BoxMean& mean, std::int32_t first,
               std::int32_t last, std::byte* scratch);
-std::size_t box_mean_scratch(std::int32_t width, std::int32_t radius);
+std::size_t box_mean_scratch(std::int32_t width);
 
 /// A kernel whose weights depend on the ring, the larger of the distances along x and y; written as the sum
 /// of boxes around the centre, each with what its ring has more than the next one out.

@@ -91,24 +91,21 @@ HWY_INLINE void make_means(ConstPixelBuffer source, PixelBuffer target, const Bo
 
 void box_mean(ConstPixelBuffer source, PixelBuffer target, const BoxMean& mean, std::int32_t first,
               std::int32_t last, std::byte* scratch) {
-    if (mean.centreWeight == 1 && mean.radius <= SmallBoxRows::kLargestRadius) {
-        make_means<SmallBoxRows>(source, target, mean, first, last, scratch);
-    } else if (mean.centreWeight == 1 && mean.radius <= NarrowColumns::kLargestRadius) {
-        make_means<NarrowBoxRows>(source, target, mean, first, last, scratch);
-    } else if (mean.centreWeight == 1) {
-        make_means<WideBoxRows<false>>(source, target, mean, first, last, scratch);
-    } else {
+    if (mean.centreWeight != 1) {
         make_means<WideBoxRows<true>>(source, target, mean, first, last, scratch);
+        return;
     }
+    use_box_rows(mean.radius, [&](auto rows) HWY_ATTR {
+        make_means<typename decltype(rows)::type>(source, target, mean, first, last, scratch);
+    });
 }
 
-std::size_t box_mean_fast_scratch(std::int32_t width, std::int32_t radius) {
-    return ScratchCutter::bytes<Pixel>(mean_row_pixels(width)) +
-           std::max(NarrowBoxRows::scratch(width, radius), WideBoxRows<true>::scratch(width, radius));
+std::size_t box_mean_fast_scratch(std::int32_t width) {
+    return ScratchCutter::bytes<Pixel>(mean_row_pixels(width)) + box_rows_scratch(width);
 }
 #else
 using plain::box_mean;
-std::size_t box_mean_fast_scratch(std::int32_t, std::int32_t) { return 0; }
+std::size_t box_mean_fast_scratch(std::int32_t) { return 0; }
 #endif
 }  // namespace pixvane::filters::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
@@ -124,8 +121,8 @@ void box_mean(ConstPixelBuffer source, PixelBuffer target, const BoxMean& mean, 
     pick_kernel(plain::box_mean, HWY_DYNAMIC_DISPATCH(box_mean))(source, target, mean, first, last, scratch);
 }
 
-std::size_t box_mean_scratch(std::int32_t width, std::int32_t radius) {
-    return std::max(plain_scratch(width), HWY_DYNAMIC_DISPATCH(box_mean_fast_scratch)(width, radius));
+std::size_t box_mean_scratch(std::int32_t width) {
+    return std::max(plain_scratch(width), HWY_DYNAMIC_DISPATCH(box_mean_fast_scratch)(width));
 }
 
 }  // namespace pixvane::filters

@@ -7,6 +7,9 @@
 #define PIXVANE_FILTERS_BOX_ROWS_INL_H_
 #endif
 
+#include <cmath>
+#include <type_traits>
+
 #include "filters/column_sums-inl.h"
 
 #if PIXVANE_VECTORS
@@ -85,9 +88,7 @@ class SmallBoxRows {
 public:
     static constexpr std::int32_t kLargestRadius = 7;
 
-    static std::size_t scratch(std::int32_t width, std::int32_t radius) {
-        return NarrowColumns::scratch(width, radius);
-    }
+    static std::size_t scratch(std::int32_t width) { return NarrowColumns::scratch(width); }
 
     SmallBoxRows(ConstPixelBuffer source, const filters::BoxMean& mean, filters::ScratchCutter& cutter)
         : source_(source),
@@ -130,12 +131,33 @@ private:
     WordQuotient quotient_;
 };
 
-// Plain means, to NarrowColumns::kLargestRadius.
+// Division of sums below 2^23 by divisors to 127 * 127. A sum comes with the bits of the float 2^23 on top,
+// which make it a float; one multiply-add takes these off and divides. The reciprocal is a little too large,
+// so that no quotient falls short of a whole number, and by far too little for one to reach the next.
+class BiasedQuotient {
+public:
+    static constexpr std::int32_t kLargestRadius = HWY_NATIVE_FMA ? 63 : 0;
+    static constexpr std::int64_t kBias = 0x4B000000;
+
+    explicit BiasedQuotient(std::int64_t divisor) : reciprocal_(1.0F / static_cast<float>(divisor)) {
+        if (static_cast<double>(reciprocal_) * static_cast<double>(divisor) < 1)
+            reciprocal_ = std::nextafter(reciprocal_, 2.0F);
+    }
+    HWY_INLINE IntVec operator()(IntVec biased) const {
+        const hn::RebindToFloat<IntTag> d;
+        const auto offset = hn::Set(d, -8388608.0F * reciprocal_);
+        return hn::ConvertTo(IntTag(), hn::MulAdd(hn::BitCast(d, biased), hn::Set(d, reciprocal_), offset));
+    }
+
+private:
+    float reciprocal_;
+};
+
+// Plain means, to NarrowColumns::kLargestRadius or Quotient::kLargestRadius.
+template <class Quotient>
 class NarrowBoxRows {
 public:
-    static std::size_t scratch(std::int32_t width, std::int32_t radius) {
-        return NarrowColumns::scratch(width, radius);
-    }
+    static std::size_t scratch(std::int32_t width) { return NarrowColumns::scratch(width); }
 
     NarrowBoxRows(ConstPixelBuffer source, const filters::BoxMean& mean, filters::ScratchCutter& cutter)
         : source_(source),
@@ -146,7 +168,9 @@ public:
 
     // Row y, of which whole vectors are written; the next one is to be row y + 1.
     void make(std::int32_t y, Pixel* to) {
-        RunningSums sums(columns_.sum_before());
+        ChannelTotals before = columns_.sum_before();
+        before.add(1, Quotient::kBias, Quotient::kBias, Quotient::kBias);
+        RunningSums sums(before);
         const PixelTag d;
         auto descent = columns_.descent(source_, y);
         for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
@@ -162,16 +186,14 @@ public:
 private:
     ConstPixelBuffer source_;
     NarrowColumns columns_;
-    ByteQuotient quotient_;
+    Quotient quotient_;
 };
 
 // Means of any radius; kWeighted: with any weight of the centre.
 template <bool kWeighted>
 class WideBoxRows {
 public:
-    static std::size_t scratch(std::int32_t width, std::int32_t radius) {
-        return WideColumns::scratch(width, radius);
-    }
+    static std::size_t scratch(std::int32_t width) { return WideColumns::scratch(width); }
 
     WideBoxRows(ConstPixelBuffer source, const filters::BoxMean& mean, filters::ScratchCutter& cutter)
         : source_(source),
@@ -221,6 +243,24 @@ private:
     WideQuotient quotient_;
     double extraWeight_;
 };
+
+// Calls use(rows), where decltype(rows)::type makes the rows of plain means of this radius.
+template <class Use>
+HWY_INLINE void use_box_rows(std::int32_t radius, const Use& use) {
+    if (radius <= SmallBoxRows::kLargestRadius) {
+        use(std::type_identity<SmallBoxRows>());
+    } else if (radius <= BiasedQuotient::kLargestRadius) {
+        use(std::type_identity<NarrowBoxRows<BiasedQuotient>>());
+    } else if (radius <= NarrowColumns::kLargestRadius) {
+        use(std::type_identity<NarrowBoxRows<ByteQuotient>>());
+    } else {
+        use(std::type_identity<WideBoxRows<false>>());
+    }
+}
+
+inline std::size_t box_rows_scratch(std::int32_t width) {
+    return std::max(NarrowBoxRows<ByteQuotient>::scratch(width), WideBoxRows<true>::scratch(width));
+}
 
 }  // namespace pixvane::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();

@@ -7,9 +7,7 @@
 #define PIXVANE_FILTERS_COLUMN_SUMS_INL_H_
 #endif
 
-#include "filters/area_plain.h"
-#include "filters/band_scratch.h"
-#include "filters/neighbours-inl.h"
+#include "filters/columns_walk-inl.h"
 
 #if PIXVANE_VECTORS
 HWY_BEFORE_NAMESPACE();
@@ -30,85 +28,19 @@ struct ChannelTotals {
     }
 };
 
-// Each of these keeps the sums over 2 radius + 1 rows of every column, and repeats the first and the last
-// column on either side as often as a window of 2 radius + 1 columns reaches beyond them, or as makes no
-// more difference.
-class ColumnsBase {
-public:
-    ColumnsBase(std::int32_t width, std::int32_t radius)
-        : width_(width),
-          radius_(radius),
-          ahead_(std::min(radius, width - 1)),
-          behind_(std::min(radius + 1, width)) {}
-
-    // Going down while a row is being made: what no window wants any more does so at once, when it is still
-    // in the nearest cache.
-    struct Descent {
-        const Pixel* in;
-        const Pixel* out;
-        std::int32_t x = 0;  // the first column that has not gone down
-    };
-    Descent descent(ConstPixelBuffer source, std::int32_t y) const {
-        return {row_in(source, y), row_out(source, y)};
-    }
-
-protected:
-    static constexpr std::size_t kMostLanes = 16;
-
-    // Columns that an array has before its first one, which is aligned.
-    static std::size_t lead(std::int32_t width, std::int32_t radius) {
-        const auto behind = static_cast<std::size_t>(std::min(radius + 1, width));
-        return (behind + kMostLanes - 1) / kMostLanes * kMostLanes;
-    }
-    static std::size_t length(std::int32_t width, std::int32_t radius) {
-        return 2 * lead(width, radius) + static_cast<std::size_t>(width) + kMostLanes;
-    }
-    std::uint32_t* cut_from(filters::ScratchCutter& cutter) const {
-        return cutter.cut<std::uint32_t>(length(width_, radius_)) + lead(width_, radius_);
-    }
-    // add(pixels, x) for all vectors of a row.
-    template <class Add>
-    HWY_INLINE void for_vectors_of(const Pixel* row, const Add& add) const {
-        const std::int32_t lanes = lanes_of_pixels();
-        std::int32_t x = 0;
-        for (; x + lanes <= width_; x += lanes) add(hn::LoadU(PixelTag(), row + x), x);
-        if (x < width_) add(load_repeating(row, width_, x), x);
-    }
-    template <class Exchange>
-    HWY_INLINE void for_vectors_of(const Pixel* in, const Pixel* out, const Exchange& exchange) const {
-        const PixelTag d;
-        const std::int32_t lanes = lanes_of_pixels();
-        std::int32_t x = 0;
-        for (; x + lanes <= width_; x += lanes) exchange(hn::LoadU(d, in + x), hn::LoadU(d, out + x), x);
-        if (x < width_) exchange(load_repeating(in, width_, x), load_repeating(out, width_, x), x);
-    }
-    const Pixel* row_in(ConstPixelBuffer source, std::int32_t y) const {
-        return source.row(filters::inside(y + 1 + radius_, source.height));
-    }
-    const Pixel* row_out(ConstPixelBuffer source, std::int32_t y) const {
-        return source.row(filters::inside(y - radius_, source.height));
-    }
-
-    HWY_INLINE void repeat_ends(std::uint32_t* sums) const {
-        std::fill_n(sums - behind_, behind_, sums[0]);
-        std::fill_n(sums + width_, static_cast<std::size_t>(ahead_) + kMostLanes, sums[width_ - 1]);
-    }
-
-    std::int32_t width_, radius_;
-    std::int32_t ahead_, behind_;
-};
-
 // To radius 127: sums that fit 16 bits, those of blue and red in one array, green and alpha in another.
-class NarrowColumns : public ColumnsBase {
+class NarrowColumns : public ColumnsWalk<NarrowColumns> {
 public:
     static constexpr std::int32_t kLargestRadius = 127;
 
-    static std::size_t scratch(std::int32_t width, std::int32_t radius) {
-        return 2 * filters::ScratchCutter::bytes<std::uint32_t>(length(width, radius));
+    static std::size_t scratch(std::int32_t width) {
+        return 2 * filters::ScratchCutter::bytes<std::uint32_t>(length(width, repeated(kLargestRadius)));
     }
 
     NarrowColumns(std::int32_t width, std::int32_t radius, filters::ScratchCutter& cutter)
-        : ColumnsBase(width, radius), blueRed_(cut_from(cutter)), greenAlpha_(cut_from(cutter)) {}
+        : ColumnsWalk(width, radius, repeated(radius)),
+          blueRed_(cut_from(cutter)),
+          greenAlpha_(cut_from(cutter)) {}
 
     // The sums around row y.
     void start(ConstPixelBuffer source, std::int32_t y) {
@@ -118,29 +50,7 @@ public:
         for (std::int32_t i = rows.first; i <= rows.last; ++i) add(source.row(i), 1);
         add(source.row(0), static_cast<std::uint16_t>(rows.beforeFirst));
         add(source.row(source.height - 1), static_cast<std::uint16_t>(rows.afterLast));
-        finish();
-    }
-
-    // From around row y to around row y + 1.
-    HWY_INLINE void go_down(ConstPixelBuffer source, std::int32_t y) {
-        for_vectors_of(row_in(source, y), row_out(source, y),
-                       [this](PixelVec in, PixelVec out, std::int32_t x) HWY_ATTR { exchange(in, out, x); });
-        finish();
-    }
-
-    // Windows before x have been made.
-    HWY_INLINE void follow(Descent& descent, std::int32_t x) {
-        const PixelTag d;
-        const std::int32_t lanes = lanes_of_pixels();
-        for (; descent.x + lanes <= std::min(x - behind_, width_); descent.x += lanes)
-            exchange(hn::LoadU(d, descent.in + descent.x), hn::LoadU(d, descent.out + descent.x), descent.x);
-    }
-    HWY_INLINE void finish(Descent& descent) {
-        follow(descent, width_ + behind_);
-        const std::int32_t x = descent.x;
-        if (x < width_)
-            exchange(load_repeating(descent.in, width_, x), load_repeating(descent.out, width_, x), x);
-        finish();
+        repeat_ends();
     }
 
     // What the window around x has more than the one before it, in pairs of words: modulo 2^16, so with its
@@ -151,13 +61,13 @@ public:
     // The same in integers, at any radius.
     HWY_INLINE ChannelLanes gain(std::int32_t x) const {
         const PixelTag d;
-        const PixelVec in = hn::LoadU(d, blueRed_ + x + ahead_);
-        const PixelVec out = hn::LoadU(d, blueRed_ + x - behind_);
+        const PixelVec in = taken_in(blueRed_, x);
+        const PixelVec out = left_behind(blueRed_, x);
         const PixelVec mask = hn::Set(d, 0xFFFF);
         const PixelVec blue = hn::Sub(hn::And(in, mask), hn::And(out, mask));
         const PixelVec red = hn::Sub(hn::ShiftRight<16>(in), hn::ShiftRight<16>(out));
-        const PixelVec green = hn::Sub(hn::And(hn::LoadU(d, greenAlpha_ + x + ahead_), mask),
-                                       hn::And(hn::LoadU(d, greenAlpha_ + x - behind_), mask));
+        const PixelVec green =
+            hn::Sub(hn::And(taken_in(greenAlpha_, x), mask), hn::And(left_behind(greenAlpha_, x), mask));
         const IntTag ints;
         return {hn::BitCast(ints, blue), hn::BitCast(ints, green), hn::BitCast(ints, red)};
     }
@@ -182,11 +92,22 @@ public:
     }
 
 private:
+    friend ColumnsWalk<NarrowColumns>;
+
+    // As far as windows reach.
+    static std::int32_t repeated(std::int32_t radius) {
+        return (radius + 1 + kMostLanes) / kMostLanes * kMostLanes + kMostLanes;
+    }
+    HWY_INLINE PixelVec taken_in(const std::uint32_t* sums, std::int32_t x) const {
+        return hn::LoadU(PixelTag(), sums + x + ahead_);
+    }
+    HWY_INLINE PixelVec left_behind(const std::uint32_t* sums, std::int32_t x) const {
+        return hn::LoadU(PixelTag(), sums + x - behind_);
+    }
+
     HWY_INLINE SignedWordVec word_gain(const std::uint32_t* sums, std::int32_t x) const {
-        const PixelTag d;
         const SignedWordTag words;
-        return hn::Sub(hn::BitCast(words, hn::LoadU(d, sums + x + ahead_)),
-                       hn::BitCast(words, hn::LoadU(d, sums + x - behind_)));
+        return hn::Sub(hn::BitCast(words, taken_in(sums, x)), hn::BitCast(words, left_behind(sums, x)));
     }
 
     void add(const Pixel* row, std::uint16_t times) {
@@ -208,9 +129,9 @@ private:
         hn::StoreU(hn::BitCast(d, hn::Add(now, more)), d, sums);
     }
 
-    HWY_INLINE void finish() {
-        repeat_ends(blueRed_);
-        repeat_ends(greenAlpha_);
+    HWY_INLINE void repeat_ends() {
+        repeat_ends_of(blueRed_);
+        repeat_ends_of(greenAlpha_);
     }
 
     std::uint32_t* blueRed_;
@@ -218,14 +139,14 @@ private:
 };
 
 // At any radius: an array of 32-bit sums for each channel.
-class WideColumns : public ColumnsBase {
+class WideColumns : public ColumnsWalk<WideColumns> {
 public:
-    static std::size_t scratch(std::int32_t width, std::int32_t radius) {
-        return 3 * filters::ScratchCutter::bytes<std::uint32_t>(length(width, radius));
+    static std::size_t scratch(std::int32_t width) {
+        return 3 * filters::ScratchCutter::bytes<std::uint32_t>(length(width, kMostLanes));
     }
 
     WideColumns(std::int32_t width, std::int32_t radius, filters::ScratchCutter& cutter)
-        : ColumnsBase(width, radius),
+        : ColumnsWalk(width, radius, kMostLanes),
           blue_(cut_from(cutter)),
           green_(cut_from(cutter)),
           red_(cut_from(cutter)) {}
@@ -233,31 +154,11 @@ public:
     void start(ConstPixelBuffer source, std::int32_t y) {
         for (std::uint32_t* sums : {blue_, green_, red_}) std::fill_n(sums, width_, 0U);
         const filters::Window rows(y, radius_, source.height);
-        for (std::int32_t i = rows.first; i <= rows.last; ++i) add(source.row(i), 1);
+        for (std::int32_t i = rows.first; i <= rows.last; i += kTogether)
+            add_rows(source.rows(i, std::min(i + kTogether, rows.last + 1)));
         add(source.row(0), static_cast<std::uint32_t>(rows.beforeFirst));
         add(source.row(source.height - 1), static_cast<std::uint32_t>(rows.afterLast));
-        finish();
-    }
-
-    HWY_INLINE void go_down(ConstPixelBuffer source, std::int32_t y) {
-        for_vectors_of(row_in(source, y), row_out(source, y),
-                       [this](PixelVec in, PixelVec out, std::int32_t x) HWY_ATTR { exchange(in, out, x); });
-        finish();
-    }
-
-    // Windows before x have been made.
-    HWY_INLINE void follow(Descent& descent, std::int32_t x) {
-        const PixelTag d;
-        const std::int32_t lanes = lanes_of_pixels();
-        for (; descent.x + lanes <= std::min(x - behind_, width_); descent.x += lanes)
-            exchange(hn::LoadU(d, descent.in + descent.x), hn::LoadU(d, descent.out + descent.x), descent.x);
-    }
-    HWY_INLINE void finish(Descent& descent) {
-        follow(descent, width_ + behind_);
-        const std::int32_t x = descent.x;
-        if (x < width_)
-            exchange(load_repeating(descent.in, width_, x), load_repeating(descent.out, width_, x), x);
-        finish();
+        repeat_ends();
     }
 
     HWY_INLINE ChannelLanes gain(std::int32_t x) const {
@@ -279,10 +180,43 @@ public:
     }
 
 private:
+    friend ColumnsWalk<WideColumns>;
+
+    // A vector beyond the ends is like the one that is kept there.
+    HWY_INLINE PixelVec taken_in(const std::uint32_t* sums, std::int32_t x) const {
+        return hn::LoadU(PixelTag(), sums + std::min(x + ahead_, width_));
+    }
+    HWY_INLINE PixelVec left_behind(const std::uint32_t* sums, std::int32_t x) const {
+        return hn::LoadU(PixelTag(), sums + std::max(x - behind_, -kMostLanes));
+    }
+
     HWY_INLINE IntVec channel_gain(const std::uint32_t* sums, std::int32_t x) const {
+        return hn::BitCast(IntTag(), hn::Sub(taken_in(sums, x), left_behind(sums, x)));
+    }
+
+    // Rows that are added up in words before they are added to the sums.
+    static constexpr std::int32_t kTogether = 8;
+
+    void add_rows(ConstPixelBuffer rows) {
         const PixelTag d;
-        return hn::BitCast(IntTag(),
-                           hn::Sub(hn::LoadU(d, sums + x + ahead_), hn::LoadU(d, sums + x - behind_)));
+        const WordTag words;
+        const auto add_vector = [&](std::int32_t x, const auto& load) HWY_ATTR {
+            WordVec blueRed = hn::Zero(words);
+            WordVec greenAlpha = blueRed;
+            for (std::int32_t y = 0; y < rows.height; ++y) {
+                const PixelVec p = load(rows.row(y), x);
+                blueRed = hn::Add(blueRed, blue_red_words(p));
+                greenAlpha = hn::Add(greenAlpha, green_alpha_words(p));
+            }
+            const PixelVec lower = hn::Set(d, 0xFFFF);
+            add_lanes(blue_ + x, hn::And(hn::BitCast(d, blueRed), lower));
+            add_lanes(green_ + x, hn::And(hn::BitCast(d, greenAlpha), lower));
+            add_lanes(red_ + x, hn::ShiftRight<16>(hn::BitCast(d, blueRed)));
+        };
+        const std::int32_t lanes = lanes_of_pixels();
+        std::int32_t x = 0;
+        for (; x + lanes <= width_; x += lanes) add_vector(x, InTheMidst());
+        if (x < width_) add_vector(x, NearTheEnds{width_});
     }
 
     void add(const Pixel* row, std::uint32_t times) {
@@ -304,8 +238,8 @@ private:
         hn::StoreU(hn::Add(hn::LoadU(d, sums), more), d, sums);
     }
 
-    HWY_INLINE void finish() {
-        for (std::uint32_t* sums : {blue_, green_, red_}) repeat_ends(sums);
+    HWY_INLINE void repeat_ends() {
+        for (std::uint32_t* sums : {blue_, green_, red_}) repeat_ends_of(sums);
     }
 
     std::uint32_t* blue_;

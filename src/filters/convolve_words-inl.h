@@ -249,7 +249,8 @@ HWY_INLINE void make_rows(ConstPixelBuffer source, PixelBuffer target, Taps& tap
     const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
     for (std::int32_t y = first; y < last; ++y) {
         taps.go_to_row(source, y);
-        make_row(target.row(y), target.width, taps.reach, streaming, make);
+        make_row(target.row(y), target.width, taps.reach, streaming,
+                 source.row(inside(y + taps.reach + 1, source.height)), make);
     }
     if (streaming) hwy::FlushStream();
 }

@@ -58,7 +58,9 @@ void emboss(ConstPixelBuffer source, PixelBuffer target, std::int32_t dx, std::i
     for (std::int32_t y = first; y < last; ++y) {
         const Pixel* others = source.row(inside(std::int64_t{y} + dy, source.height));
         const HalfDifference single{source.row(y), others, dx < 0 ? -reach : reach};
-        make_row(target.row(y), target.width, reach, streaming, EachOfSeveral<HalfDifference>{single});
+        make_row(target.row(y), target.width, reach, streaming,
+                 source.row(inside(std::int64_t{y} + 1 + std::max(dy, 0), source.height)),
+                 EachOfSeveral<HalfDifference>{single});
     }
     if (streaming) hwy::FlushStream();
 }

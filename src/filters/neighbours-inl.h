@@ -66,10 +66,11 @@ struct NearTheEnds {
 };
 
 // Makes a row of `width` pixels by make.make(x, load, vectors), one or two vectors of them. It loads what it
-// wants by load(row, place), places from x - reach to reach beyond the last pixel.
+// wants by load(row, place), places from x - reach to reach beyond the last pixel. `ahead` is the row of the
+// source that the next row will want first.
 template <class Make>
 HWY_INLINE void make_row(Pixel* to, std::int32_t width, std::int32_t reach, bool streaming,
-                         const Make& make) {
+                         const Pixel* ahead, const Make& make) {
     const PixelTag d;
     const std::int32_t lanes = lanes_of_pixels();
     const NearTheEnds nearEnds{width};
@@ -94,6 +95,8 @@ HWY_INLINE void make_row(Pixel* to, std::int32_t width, std::int32_t reach, bool
     const InTheMidst midst;
     for (; x + 2 * lanes + reach <= width; x += 2 * lanes) {
         PixelVec two[2];
+        hwy::Prefetch(ahead + x);
+        if (lanes > 8) hwy::Prefetch(ahead + x + lanes);
         make.make(x, midst, two);
         if (streaming) {
             hn::Stream(two[0], d, to + x);
@@ -132,6 +135,7 @@ HWY_INLINE IntVec add_products(IntVec sum, SignedWordVec a, SignedWordVec b) {
 class ByteQuotient {
 public:
     static constexpr std::int64_t kLargestDivisor = 65536;
+    static constexpr std::int64_t kBias = 0;  // that dividends come with
 
     explicit ByteQuotient(std::int64_t divisor)
         : divisor_(static_cast<float>(divisor)),

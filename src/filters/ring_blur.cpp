@@ -99,8 +99,7 @@ class AllColumns {
 public:
     static std::size_t scratch(std::int32_t width, const RingWeights& weights) {
         std::size_t bytes = ScratchCutter::bytes<Columns>(weights.boxes.size());
-        for (const RingWeights::Box& box : weights.boxes) bytes += Columns::scratch(width, box.radius);
-        return bytes;
+        return bytes + weights.boxes.size() * Columns::scratch(width);
     }
 
     AllColumns(std::int32_t width, const RingWeights& weights, ScratchCutter& cutter)

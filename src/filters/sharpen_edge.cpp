@@ -83,7 +83,8 @@ void sharpen_edge(ConstPixelBuffer source, PixelBuffer target, std::int32_t leve
     for (std::int32_t y = first; y < last; ++y) {
         const SharpenEdges single{source.row(inside(y - 1, source.height)), source.row(y),
                                   source.row(inside(y + 1, source.height)), level};
-        make_row(target.row(y), target.width, 1, streaming, EachOfSeveral<SharpenEdges>{single});
+        make_row(target.row(y), target.width, 1, streaming, source.row(inside(y + 2, source.height)),
+                 EachOfSeveral<SharpenEdges>{single});
     }
     if (streaming) hwy::FlushStream();
 }

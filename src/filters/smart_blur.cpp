@@ -73,19 +73,14 @@ HWY_INLINE void blur_where_even(ConstPixelBuffer source, PixelBuffer target, std
 
 void smart_blur(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius, std::int32_t level,
                 std::int32_t first, std::int32_t last, std::byte* scratch) {
-    if (radius <= SmallBoxRows::kLargestRadius) {
-        blur_where_even<SmallBoxRows>(source, target, radius, level, first, last, scratch);
-    } else if (radius <= NarrowColumns::kLargestRadius) {
-        blur_where_even<NarrowBoxRows>(source, target, radius, level, first, last, scratch);
-    } else {
-        blur_where_even<WideBoxRows<false>>(source, target, radius, level, first, last, scratch);
-    }
+    use_box_rows(radius, [&](auto rows) HWY_ATTR {
+        blur_where_even<typename decltype(rows)::type>(source, target, radius, level, first, last, scratch);
+    });
 }
 
 std::size_t smart_blur_fast_scratch(std::int32_t width, std::int32_t rows, std::int32_t radius) {
     return ScratchCutter::bytes<Pixel>(static_cast<std::size_t>(width) + 16) +
-           WindowRanges::scratch(width, rows, radius) +
-           std::max(NarrowBoxRows::scratch(width, radius), WideBoxRows<false>::scratch(width, radius));
+           WindowRanges::scratch(width, rows, radius) + box_rows_scratch(width);
 }
 #else
 using plain::smart_blur;
@@ -107,7 +102,7 @@ void smart_blur(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius
 }
 
 std::size_t smart_blur_scratch(std::int32_t width, std::int32_t rows, std::int32_t radius) {
-    return std::max({box_mean_scratch(width, radius),
+    return std::max({box_mean_scratch(width),
                      ScratchCutter::bytes<PixelSpread>(static_cast<std::size_t>(width)),
                      HWY_DYNAMIC_DISPATCH(smart_blur_fast_scratch)(width, rows, radius)});
 }

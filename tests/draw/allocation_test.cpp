@@ -2,26 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
 #include "draw/canvas.h"
 #include "platform/cairo/cairo_rasterizer.h"
+#include "support/allocations.h"
 #include "support/pictures.h"
-
-namespace {
-std::atomic<int> allocations = 0;
-}
-
-// Inlined, GCC takes the pair of new and free() for a mistake.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace pixvane::test {
 namespace {
@@ -51,10 +35,10 @@ TEST(CanvasMemory, is_taken_once) {
         }
     };
     paint();
-    const int before = allocations;
+    const int before = new_calls();
     EXPECT_GT(before, 0);
     for (int frame = 0; frame < 5; ++frame) paint();
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(new_calls(), before);
 }
 
 }  // namespace

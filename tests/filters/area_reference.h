@@ -78,7 +78,7 @@ inline AreaFilter convolving(const filters::Kernel& kernel, const std::string& n
 
 inline AreaFilter averaging(std::int32_t radius, std::int32_t centreWeight) {
     return {"mean " + std::to_string(radius) + " " + std::to_string(centreWeight),
-            [=](auto width, auto) { return filters::box_mean_scratch(width, radius); },
+            [=](auto width, auto) { return filters::box_mean_scratch(width); },
             [=](auto s, auto t, auto first, auto last, auto* scratch) {
                 filters::box_mean(s, t, {radius, centreWeight}, first, last, scratch);
             }};

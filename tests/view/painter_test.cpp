@@ -5,10 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 
 #include "core/compose.h"
+#include "core/parallel_rows.h"
 #include "platform/cairo/cairo_rasterizer.h"
+#include "support/allocations.h"
 #include "support/instruction_sets.h"
 #include "support/pictures.h"
 
@@ -272,6 +275,39 @@ TEST_F(Painters, tell_of_the_file_that_is_shown) {
     font.size = 11;
     Canvas(expected.view(), *rasterizer, false).text("b.png  640x480", font, 1, 104, 0xFF90EE90);
     EXPECT_TRUE(same_pixels(expected, frame(c)));
+}
+
+TEST_F(Painters, take_memory_once) {
+    const std::int32_t threads = worker_threads();
+    set_worker_threads(1);
+    const Picture picture = random_opaque_picture(1500, 1100, 8);
+    const FileDetails details{"a file with a long name.png", 1500, 1100};
+    for (const std::uint32_t alpha : {0xFFu, 0x80u}) {
+        Picture shown = picture;
+        for (Pixel& pixel : shown.pixels) pixel = (pixel & ~kOpaque) | alpha << 24;
+        for (const int steps : {0, 3, -3, -7, -10, -20}) {
+            show(shown, 500, 400);
+            view.ActialSize();
+            for (int i = 0; i < std::abs(steps); ++i) steps > 0 ? view.ZoomIn() : view.ZoomOut();
+            const auto paint = [&](std::int32_t pan) {
+                view.pan(pan, -pan);
+                panel.visible = true;
+                panel.update(view);
+                FrameContent c = content();
+                c.overview = &panel;
+                c.busy = true;
+                c.details = &details;
+                painter.compose(c, [](Canvas&) {});
+            };
+            paint(0);
+            paint(5);
+            const int before = malloc_calls();
+            EXPECT_GT(before, 0);
+            for (std::int32_t pan = -3; pan < 3; ++pan) paint(pan);
+            EXPECT_EQ(malloc_calls(), before) << "zoom " << view.zoom();
+        }
+    }
+    set_worker_threads(threads);
 }
 
 TEST_F(Painters, preview_a_rotation_within_the_picture_s_place_or_filling_it) {
