@@ -14,6 +14,7 @@
 #include "core/pixel_rows.h"
 #include "core/scale_bilinear-inl.h"
 #include "core/scale_close-inl.h"
+#include "core/scale_coarse-inl.h"
 #include "core/scale_sums-inl.h"
 #include "core/scratch.h"
 #include "core/streaming.h"
@@ -141,7 +142,19 @@ public:
     void make_plain(std::int32_t first, std::int32_t last) const {
         plain::scale_rows(source_, target_, scaling_, first, last, ground_);
     }
-    // False if the scaling is none that can be done so.
+    // The next two return false if the scaling is none that can be done so.
+    bool make_coarsely(std::int32_t first, std::int32_t last) {
+        CoarseScaler scaler(source_, scaling_);
+        if (!scaler.is_valid()) return false;
+        for (std::int32_t y = first; y < last; ++y) {
+            if (scaler.make_opaque_row(y, place(y))) {
+                finish_opaque(y, place(y), false);
+            } else {
+                make_other(y);
+            }
+        }
+        return true;
+    }
     bool make_closely([[maybe_unused]] std::int32_t first, [[maybe_unused]] std::int32_t last) {
 #if HWY_TARGET == HWY_AVX3_DL
         const CloseScaler scaler(source_, scaling_);
@@ -311,7 +324,7 @@ void scale_rows(ConstPixelBuffer source, PixelArea target, const Scaling& scalin
         const WeightBits bits(scaling.x(), scaling.y());
         const auto run = bits.is_short() ? scale_rows_bilinear<MixShort> : scale_rows_bilinear<MixLong>;
         run(source, target, scaling, bits, result, first, last);
-    } else if (!result.make_closely(first, last)) {
+    } else if (!result.make_closely(first, last) && !result.make_coarsely(first, last)) {
         result.make_by_sums(first, last);
     }
 }

@@ -10,6 +10,7 @@ namespace pixvane {
 void ScaleAxis::assign(const ScaledRange& range) {
     range_ = range;
     taps_.clear();
+    coarseWeights_.clear();
     left_.clear();
     rightWeights_.clear();
     unusedBits_ = 0;
@@ -18,6 +19,7 @@ void ScaleAxis::assign(const ScaledRange& range) {
     for (std::int32_t i = 0; i < range.count; ++i) {
         const std::int64_t x = std::int64_t{range.first} + i;
         taps_.push_back(is_bilinear() ? bilinear_taps(x) : covered_taps(x));
+        if (is_coarse()) make_coarse(taps_.back(), x);
     }
     if (!is_bilinear()) return;
     left_.reserve(count + kPadding);
@@ -56,6 +58,22 @@ Taps ScaleAxis::covered_taps(std::int64_t x) const {
     return {range_.from + static_cast<std::int32_t>(first), static_cast<std::int32_t>(last - first + 1),
             static_cast<std::int32_t>((first + 1) * size - begin),
             static_cast<std::int32_t>(end - last * size)};
+}
+
+void ScaleAxis::make_coarse(Taps& taps, std::int64_t x) {
+    const std::int64_t length = range_.length;
+    taps.innerWeights = static_cast<std::int32_t>(coarseWeights_.size());
+    // What lies before a border of two source pixels, rounded.
+    std::int64_t before = 0;
+    for (std::int32_t i = 0; i < taps.count; ++i) {
+        const std::int64_t border = std::int64_t{taps.first - range_.from + i + 1} * range_.size - x * length;
+        const std::int64_t covered = std::min(border, length);
+        const std::int64_t upTo = (2 * kBilinearTotal * covered + length) / (2 * length);
+        coarseWeights_.push_back(static_cast<std::uint16_t>(upTo - before));
+        before = upTo;
+    }
+    taps.firstWeight = coarseWeights_[static_cast<std::size_t>(taps.innerWeights)];
+    taps.lastWeight = coarseWeights_.back();
 }
 
 }  // namespace pixvane

@@ -17,6 +17,7 @@ struct ScaledRange {
     std::int32_t size;
     std::int32_t first;
     std::int32_t count;
+    bool coarse = false;  ///< where pixels cover the source: weights of 8 bits, for what is only looked at
 };
 
 /// `count` neighbours, from `first` on: the first and the last of them have weights of their own, those
@@ -26,6 +27,7 @@ struct Taps {
     std::int32_t count;
     std::int32_t firstWeight;
     std::int32_t lastWeight;
+    std::int32_t innerWeights = 0;  ///< of a coarse axis: where the others are kept
 };
 
 /// One axis of a scaling. With d = size and s = length, pixel x of the scaled row
@@ -51,17 +53,25 @@ public:
     std::int32_t source_of(std::int32_t i) const { return range_.from + range_.first + i; }
 
     const Taps& taps(std::int32_t i) const { return taps_[static_cast<std::size_t>(i)]; }
+    /// Whether a pixel that covers the source weighs in units of 1/256 of itself: what is covered up to each
+    /// border of two source pixels is rounded, halves up. So no edge is off by more than one level.
+    bool is_coarse() const { return range_.coarse && !is_bilinear(); }
+    /// Of the neighbours between the first and the last, unless the axis is coarse.
     std::int32_t inner_weight() const { return range_.size; }
     /// Of neighbour i of those.
     std::int32_t weight(const Taps& taps, std::int32_t i) const {
-        return i == 0 ? taps.firstWeight : i == taps.count - 1 ? taps.lastWeight : inner_weight();
+        if (i == 0) return taps.firstWeight;
+        if (i == taps.count - 1) return taps.lastWeight;
+        return is_coarse() ? coarseWeights_[static_cast<std::size_t>(taps.innerWeights + i)] : inner_weight();
     }
     /// Of all weights of a pixel.
-    std::int32_t total_weight() const { return is_bilinear() ? kBilinearTotal : range_.length; }
+    std::int32_t total_weight() const {
+        return is_bilinear() || is_coarse() ? kBilinearTotal : range_.length;
+    }
     /// The total of the same weights without common divisors.
     std::int32_t steps() const {
-        return is_bilinear() ? kBilinearTotal >> unusedBits_
-                             : range_.length / std::gcd(range_.length, range_.size);
+        return is_bilinear() || is_coarse() ? kBilinearTotal >> unusedBits_
+                                            : range_.length / std::gcd(range_.length, range_.size);
     }
     /// The part of the source that is used: from the first pixel to behind the last.
     std::int32_t begin() const { return taps_.front().first; }
@@ -79,9 +89,11 @@ public:
 private:
     Taps bilinear_taps(std::int64_t x) const;
     Taps covered_taps(std::int64_t x) const;
+    void make_coarse(Taps& taps, std::int64_t x);
 
     ScaledRange range_{};
     std::vector<Taps> taps_;
+    std::vector<std::uint16_t> coarseWeights_;
     std::vector<std::int32_t> left_;
     std::vector<std::uint32_t> rightWeights_;
     std::int32_t unusedBits_ = 0;

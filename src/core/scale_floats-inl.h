@@ -24,7 +24,8 @@ using FloatVec = hn::Vec<FloatTag>;
 constexpr std::int32_t kGroup = kColumns / 4;
 
 // Repeats each of the first numbers of a vector throughout a block.
-HWY_INLINE FloatVec block_weights(const float* weights) {
+template <class D, class V = hn::Vec<D>>
+HWY_INLINE V block_weights(D d, const hn::TFromD<D>* weights) {
     struct Order {
         alignas(64) std::int32_t lanes[kColumns];
         constexpr Order() : lanes() {
@@ -32,24 +33,23 @@ HWY_INLINE FloatVec block_weights(const float* weights) {
         }
     };
     static constexpr Order kOrder;
-    const FloatTag d;
     return hn::TableLookupLanes(hn::LoadU(d, weights), hn::SetTableIndices(d, kOrder.lanes));
 }
 
 // The sums of the blocks of kGroup vectors, in the blocks of one.
-HWY_INLINE FloatVec block_sums(const FloatVec (&v)[kGroup]) {
-    const FloatTag d;
+template <class D, class V = hn::Vec<D>>
+HWY_INLINE V block_sums(D d, const V (&v)[kGroup]) {
     if constexpr (kGroup == 1) {
         return v[0];
     } else {
-        const auto halves = [&](FloatVec a, FloatVec b) {
+        const auto halves = [&](V a, V b) {
             return hn::Add(hn::ConcatLowerLower(d, b, a), hn::ConcatUpperUpper(d, b, a));
         };
         if constexpr (kGroup == 2) {
             return halves(v[0], v[1]);
         } else {
-            const FloatVec even = halves(v[0], v[2]);
-            const FloatVec odd = halves(v[1], v[3]);
+            const V even = halves(v[0], v[2]);
+            const V odd = halves(v[1], v[3]);
             return hn::Add(hn::OddEvenBlocks(hn::SwapAdjacentBlocks(odd), even),
                            hn::OddEvenBlocks(odd, hn::SwapAdjacentBlocks(even)));
         }

@@ -68,6 +68,16 @@ HWY_INLINE PixelSum sum_of(const std::int32_t* columns, const Taps& taps, double
     return sum;
 }
 
+// The same of a coarse axis.
+HWY_INLINE PixelSum coarse_sum_of(const std::int32_t* columns, const ScaleAxis& axis, const Taps& taps,
+                                  SumVec start) {
+    PixelSum sum;
+    for (std::size_t i = 0; i < kParts; ++i) sum.part[i] = start;
+    for (std::int32_t i = 0; i < taps.count; ++i)
+        add_times(sum, load_pixel(columns + 4 * i), axis.weight(taps, i));
+    return sum;
+}
+
 HWY_INLINE void store_pixel(const PixelSum& channels, Pixel* to) {
     const hn::Rebind<std::int32_t, SumTag> d32;
     const hn::Rebind<std::uint8_t, SumTag> d8;
@@ -246,7 +256,8 @@ private:
         const ScaleAxis& axis = scaling_.x();
         const double inner = axis.inner_weight();
         for (std::int32_t x = first; x < last; ++x) {
-            PixelSum sum = sum_of(columns_of(x), axis.taps(x), inner, start);
+            PixelSum sum = axis.is_coarse() ? coarse_sum_of(columns_of(x), axis, axis.taps(x), start)
+                                            : sum_of(columns_of(x), axis.taps(x), inner, start);
             work(sum, x);
         }
     }
@@ -269,7 +280,7 @@ private:
                 floats_->weights() + std::ptrdiff_t{kSingle ? kGroup : floats_->stride()} * (x + k);
             const auto product = [&](std::int32_t i) {
                 const auto values = hn::ConvertTo(d, hn::LoadU(IntTag(), columns + 4 * i));
-                return hn::Mul(values, block_weights(weights + i));
+                return hn::Mul(values, block_weights(d, weights + i));
             };
             sums[k] = product(0);
             if constexpr (!kSingle) {
@@ -277,7 +288,7 @@ private:
                     sums[k] = hn::Add(sums[k], product(i));
             }
         }
-        return block_sums(sums);
+        return block_sums(d, sums);
     }
 
     // A vector of pixels at a time.

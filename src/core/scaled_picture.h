@@ -10,8 +10,9 @@ namespace pixvane {
 
 /// Scales the whole of `picture` into `area` of the target (core/scale.h) and lays it over `ground`, in
 /// parallel bands. What lies outside of the target costs nothing. `scaling` is made for it, in the memory
-/// that it has: whoever keeps it draws without allocation. The memory must be different.
+/// that it has: whoever keeps it draws without allocation. `coarse`: below half size weights are rounded to 8
+/// bits, which is faster, and right to about a level. The memory must be different.
 void draw_scaled(PixelBuffer target, ConstPixelBuffer picture, PixelRect area, Ground ground,
-                 Scaling& scaling);
+                 Scaling& scaling, bool coarse = false);
 
 }  // namespace pixvane

@@ -14,6 +14,7 @@ enum class Scratch {
     ScaledStarts,
     ScaledWeights,
     ScaledGroups,
+    ScaledSums,
     Count
 };
 

@@ -62,7 +62,7 @@ void Painter::draw_picture(const FrameContent& content) {
     } else {
         clear_around(place, content.background);
         const Ground ground{Ground::Kind::Color, content.background};
-        draw_scaled(target, content.picture.pixels, place, ground, scaling_);
+        draw_scaled(target, content.picture.pixels, place, ground, scaling_, true);
     }
     if (content.showBorder) draw_border(place, content.frameColor);
 }

@@ -117,7 +117,8 @@ void ScrollWindowImage::make_thumbnail(const Content& content, const ShownPictur
                          thumbnailWidth_ == width && thumbnailHeight_ == height;
     if (isThere) return;
     thumbnail_.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    draw_scaled({thumbnail_.data(), width, height}, picture.pixels, {0, 0, width, height}, {}, scaling_);
+    draw_scaled({thumbnail_.data(), width, height}, picture.pixels, {0, 0, width, height}, {}, scaling_,
+                true);
     thumbnailVersion_ = picture.version;
     thumbnailWidth_ = width;
     thumbnailHeight_ = height;

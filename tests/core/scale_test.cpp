@@ -225,10 +225,13 @@ TEST_P(ScaleOnEveryInstructionSet, draws_what_can_be_seen_over_any_ground) {
         if (seed % 5 == 0) area.width = picture.width, area.height = picture.height;
         if (seed % 7 == 0) area.width = 2 * picture.width, area.height = 2 * picture.height;
         const Picture below = random_picture(between(1, 160), between(1, 60), seed + 1000);
-        const Picture whole = [&] {
+        const bool coarse = seed % 2 == 0;
+        if (coarse && seed % 4 == 0) area.width = 1 + picture.width / 3, area.height = 1 + picture.height / 4;
+        Picture whole(area.width, area.height);
+        {
             const PlainScope plain;
-            return scaled(picture, area.width, area.height);
-        }();
+            draw_scaled(whole.view(), picture.view(), {0, 0, area.width, area.height}, {}, memory, coarse);
+        }
         for (const Ground ground :
              {Ground{}, Ground{Ground::Kind::Color, 0xFF2040A0}, Ground{Ground::Kind::Target, 0}}) {
             Picture expected = below;
@@ -244,8 +247,33 @@ TEST_P(ScaleOnEveryInstructionSet, draws_what_can_be_seen_over_any_ground) {
                 }
             }
             Picture drawn = below;
-            draw_scaled(drawn.view(), picture.view(), area, ground, memory);
+            draw_scaled(drawn.view(), picture.view(), area, ground, memory, coarse);
             ASSERT_TRUE(same_pixels(expected, drawn)) << "seed " << seed;
+        }
+    }
+}
+
+TEST(Scale, is_right_to_a_level_with_coarse_weights) {
+    TestRandom random(31);
+    Scaling memory;
+    for (std::uint64_t seed = 0; seed < 60; ++seed) {
+        const auto width = static_cast<std::int32_t>(200 + random.below(600));
+        // Stripes, whose means show every weight that is wrong.
+        Picture source(width, 3, 0xFF000000);
+        const std::uint32_t stripe = 1 + random.below(9);
+        for (std::int32_t x = 0; x < width; ++x) {
+            if (static_cast<std::uint32_t>(x) / stripe % 2 == 0) continue;
+            for (std::int32_t y = 0; y < 3; ++y) source.view().row(y)[x] = 0xFFFFFFFF;
+        }
+        const auto size = static_cast<std::int32_t>(1 + random.below(static_cast<std::uint32_t>(width / 2)));
+        Picture coarse(size, 1);
+        draw_scaled(coarse.view(), source.view(), {0, 0, size, 1}, {}, memory, true);
+        const Picture exact = scaled(source, size, 1);
+        for (std::int32_t x = 0; x < size; ++x) {
+            // Two borders of stripes are off by half a level at most each, and the result is rounded.
+            const double borders = std::min(width / (1.0 * size * stripe) + 1, 256.0);
+            ASSERT_NEAR(blue_of(coarse.at(x, 0)), blue_of(exact.at(x, 0)), borders / 2 + 1);
+            ASSERT_EQ(alpha_of(coarse.at(x, 0)), 255u);
         }
     }
 }

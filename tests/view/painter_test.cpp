@@ -10,6 +10,7 @@
 
 #include "core/compose.h"
 #include "core/parallel_rows.h"
+#include "core/scaled_picture.h"
 #include "platform/cairo/cairo_rasterizer.h"
 #include "support/allocations.h"
 #include "support/instruction_sets.h"
@@ -57,7 +58,8 @@ protected:
         Picture scaled(std::max(r.width, 0), std::max(r.height, 0));
         if (!scaled.pixels.empty()) {
             const PlainScope plain;
-            scale(std::as_const(picture_).view(), scaled.view());
+            draw_scaled(scaled.view(), std::as_const(picture_).view(), {0, 0, r.width, r.height}, {}, memory,
+                        true);
         }
         const auto inside = [](const WindowRect& area, std::int32_t x, std::int32_t y) {
             return area.contains({x, y});
@@ -82,6 +84,7 @@ protected:
 
     Picture picture_;
     std::uint64_t version_ = 0;
+    Scaling memory;
 };
 
 TEST_F(Painters, show_background_picture_and_border) {
@@ -156,7 +159,8 @@ TEST_F(Painters, draw_the_overview_in_its_place) {
         const Picture shown = frame_with_overview();
         const ScrollWindowLayout& at = panel.layout();
         Picture thumbnail(at.thumbnail.width, at.thumbnail.height);
-        if (!thumbnail.pixels.empty()) scale(std::as_const(picture_).view(), thumbnail.view());
+        draw_scaled(thumbnail.view(), std::as_const(picture_).view(),
+                    {0, 0, thumbnail.width, thumbnail.height}, {}, memory, true);
         const WindowRect frame = panel.frame(), box = at.closeBox;
         const std::int32_t captionTop = at.thumbnail.y + at.thumbnail.height + 2;
         const auto on_ring = [](const WindowRect& r, std::int32_t x, std::int32_t y) {
