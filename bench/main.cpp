@@ -24,6 +24,7 @@ constexpr const char* kUsage =
     "included. NAMEs restrict it to the commands whose member or label begins like one of them.\n"
     "  --rounds N      measure N times, 9 if not given\n"
     "  --threads N     work with N threads, 1 if not given\n"
+    "  --compare N     measure with N threads, too, and tell what part of the cost is left\n"
     "  --picture FILE  measure with this picture instead of a made-up photograph\n"
     "  --csv           print comma separated values\n"
     "  --list          list the commands\n";
@@ -31,6 +32,7 @@ constexpr const char* kUsage =
 struct Options {
     int rounds = 9;
     int threads = 1;
+    int compared = 0;  // threads to compare with; none if 0
     std::string picture;
     bool csv = false;
     bool list = false;
@@ -60,6 +62,8 @@ Options parse(int count, char** words) {
             options.rounds = number("--rounds", value(), 1, 10000);
         } else if (word == "--threads") {
             options.threads = number("--threads", value(), 1, 64);
+        } else if (word == "--compare") {
+            options.compared = number("--compare", value(), 1, 64);
         } else if (word == "--picture") {
             options.picture = value();
         } else if (word == "--csv") {
@@ -96,6 +100,10 @@ std::vector<Row> chosen_rows(const std::vector<std::string_view>& names) {
     return chosen;
 }
 
+void use_threads(int count) {
+    if (pixvane_set_worker_threads(count) != PIXVANE_OK) throw Error("can't set the threads");
+}
+
 void run(const Options& options) {
     const std::vector<Row> rows = chosen_rows(options.names);
     Picture picture;
@@ -104,12 +112,20 @@ void run(const Options& options) {
         control.load_file(options.picture);
         picture = control.picture();
     }
-    if (pixvane_set_worker_threads(options.threads) != PIXVANE_OK) throw Error("can't set the threads");
     Workplace workplace(options.picture.empty() ? nullptr : &picture);
     std::vector<Task> tasks;
-    for (const Row& row : rows)
-        tasks.push_back({[&] { workplace.prepare(row); }, [&] { workplace.run(row); },
-                         [&] { workplace.finish(row); }, row.kind == Kind::Edit});
+    const auto add_tasks = [&](int threads) {
+        for (const Row& row : rows) {
+            const auto prepare = [&workplace, &row, threads] {
+                use_threads(threads);
+                workplace.prepare(row);
+            };
+            tasks.push_back({prepare, [&] { workplace.run(row); }, [&] { workplace.finish(row); },
+                             row.kind == Kind::Edit});
+        }
+    };
+    add_tasks(options.threads);
+    if (options.compared > 0) add_tasks(options.compared);
     CopyUnit unit(std::size_t{kWidth} * kHeight * 4);
     const Measurement measured = measure(tasks, options.rounds, unit);
     std::vector<Result> results;
@@ -118,9 +134,10 @@ void run(const Options& options) {
         std::optional<double> rate;
         if (const auto frames = workplace.frames(rows[i]))
             rate = *frames / (cost.median * measured.unitSeconds);
-        results.push_back({rows[i].label, cost, rows[i].goal, workplace.file_size(rows[i]), rate});
+        results.push_back({rows[i].label, cost, rows[i].goal, workplace.file_size(rows[i]), rate, {}});
+        if (options.compared > 0) results.back().compared = measured.costs[rows.size() + i];
     }
-    const Setting setting{options.rounds, options.threads, measured.unitSeconds};
+    const Setting setting{options.rounds, options.threads, options.compared, measured.unitSeconds};
     if (options.csv)
         print_csv(results, setting);
     else

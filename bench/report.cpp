@@ -49,8 +49,9 @@ void print_table(const std::vector<Result>& results, const Setting& setting) {
     std::size_t width = 0;
     for (const Result& result : results) width = std::max(width, result.label.size());
     const int label = static_cast<int>(width);
-    std::printf("%-*s  %7s  %6s  %-6s  %-15s  %s\n", label, "command", "cost", "goal", "", "quartiles",
-                "file or rate");
+    std::printf("%-*s  %7s  %6s  %-6s  %-15s", label, "command", "cost", "goal", "", "quartiles");
+    if (setting.compared > 0) std::printf("  %2d threads  part", setting.compared);
+    std::printf("  file or rate\n");
     for (const Result& result : results) {
         std::printf("%-*s  %7.2f  ", label, result.label.c_str(), result.cost.median);
         if (result.goal)
@@ -58,6 +59,9 @@ void print_table(const std::vector<Result>& results, const Setting& setting) {
         else
             std::printf("%6s  %-6s", "-", "");
         std::printf("  %6.2f - %6.2f", result.cost.low, result.cost.high);
+        if (result.compared)
+            std::printf("  %10.2f  %4.2f", result.compared->median,
+                        result.compared->median / result.cost.median);
         if (result.fileBytes) std::printf("  %.1f MB", static_cast<double>(*result.fileBytes) / 1e6);
         if (result.framesPerSecond) std::printf("  %.0f frames a second", *result.framesPerSecond);
         std::printf("\n");
@@ -66,7 +70,8 @@ void print_table(const std::vector<Result>& results, const Setting& setting) {
 
 void print_csv(const std::vector<Result>& results, const Setting& setting) {
     std::printf(
-        "command,cost,goal,met,lower_quartile,upper_quartile,file_bytes,frames_per_second,memcpy_ms\n");
+        "command,cost,goal,met,lower_quartile,upper_quartile,file_bytes,frames_per_second,memcpy_ms,"
+        "cost_compared\n");
     for (const Result& result : results) {
         std::printf("\"%s\",%.4f,", result.label.c_str(), result.cost.median);
         if (result.goal)
@@ -77,7 +82,9 @@ void print_csv(const std::vector<Result>& results, const Setting& setting) {
         if (result.fileBytes) std::printf("%ju", *result.fileBytes);
         std::printf(",");
         if (result.framesPerSecond) std::printf("%.1f", *result.framesPerSecond);
-        std::printf(",%.4f\n", setting.unitSeconds * 1e3);
+        std::printf(",%.4f,", setting.unitSeconds * 1e3);
+        if (result.compared) std::printf("%.4f", result.compared->median);
+        std::printf("\n");
     }
 }
 

@@ -17,12 +17,14 @@ struct Result {
     std::optional<double> goal;
     std::optional<std::uintmax_t> fileBytes;
     std::optional<double> framesPerSecond;
+    std::optional<Cost> compared;  ///< with the other number of threads
 };
 
 /// What the results depend on.
 struct Setting {
     int rounds = 0;
     int threads = 0;
+    int compared = 0;  ///< the other number of threads, or 0
     double unitSeconds = 0;
 };
 

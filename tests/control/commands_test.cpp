@@ -15,21 +15,11 @@
 namespace pixvane {
 namespace {
 
-using test::commands, test::describe, test::random_arguments;
+using test::commands, test::describe, test::random_arguments, test::run;
 using test::MemoryScope;
 using test::Picture;
 using test::TestControl;
 using test::TestRandom;
-
-Picture run(const Row& row, const Picture& picture, const std::vector<Value>& values) {
-    TestControl c;
-    c.load(picture);
-    thread_random().set_state(1);
-    Result result;
-    EXPECT_EQ(invoke(row, c.control, values, result), Status::Ok);
-    const ConstPixelBuffer now = c.picture();
-    return {now.width, now.height, std::vector<Pixel>(now.data, now.data + now.count())};
-}
 
 /// Odd sizes; `kind` chooses opaque, any alpha, or one colour all over.
 Picture make_picture(std::int32_t width, std::int32_t height, std::uint64_t seed) {
@@ -62,30 +52,6 @@ TEST(Commands, do_in_vectors_what_they_do_plainly) {
                 }
             }
         }
-    }
-}
-
-/// Whether the plain version is quick enough for a large picture: it is where neighbours don't count.
-bool is_plainly_quick(const Row& row) {
-    return row.category == std::string("Colours") || row.category == std::string("Canvas");
-}
-
-TEST(Commands, do_the_same_on_a_large_picture_with_any_number_of_threads) {
-    const MemoryScope memory(std::uint64_t{128} << 20);
-    const Picture picture = test::random_picture(2111, 1403, 5);
-    for (const Row* row : commands()) {
-        TestRandom random(7);
-        const std::vector<Value> values = random_arguments(*row, random);
-        SCOPED_TRACE(describe(*row, values));
-        set_worker_threads(1);
-        const Picture alone = run(*row, picture, values);
-        for (const std::int32_t threads : {2, 5}) {
-            set_worker_threads(threads);
-            ASSERT_TRUE(test::same_pixels(alone, run(*row, picture, values))) << threads << " threads";
-        }
-        if (!is_plainly_quick(*row)) continue;
-        const test::PlainScope scope;
-        ASSERT_TRUE(test::same_pixels(run(*row, picture, values), alone));
     }
 }
 

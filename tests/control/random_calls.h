@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -12,6 +14,7 @@
 #include "control/member_table.h"
 #include "control/test_control.h"
 #include "core/pixel_memory.h"
+#include "core/random.h"
 
 namespace pixvane::test {
 
@@ -74,5 +77,16 @@ public:
 private:
     std::uint64_t limit_ = PixelMemory::instance().limit();
 };
+
+/// The picture after the command, with the random numbers that a control starts with.
+inline Picture run(const Row& row, const Picture& picture, const std::vector<Value>& values) {
+    TestControl c;
+    c.load(picture);
+    thread_random().set_state(1);
+    Result result;
+    EXPECT_EQ(invoke(row, c.control, values, result), Status::Ok);
+    const ConstPixelBuffer now = c.picture();
+    return {now.width, now.height, std::vector<Pixel>(now.data, now.data + now.count())};
+}
 
 }  // namespace pixvane::test
