@@ -170,8 +170,9 @@ private:
             const PixelPoint knot[] = {at(4, 60), at(40, 6), at(76, 60), at(4, 26), at(90, 26), at(10, 60)};
             canvas->polyline(pen(8, 0, 0x80C0392B), knot);
             x += step;
+            constexpr float kWidths[] = {1, 1, 2, 2, 3};
             for (std::int32_t i = 0; i < 5; ++i)
-                canvas->rectangle(pen(static_cast<float>(1 + i / 2), i % 3 == 2 ? 1 : 0),
+                canvas->rectangle(pen(kWidths[i], i % 3 == 2 ? 1 : 0),
                                   {x + 9 * i, y_ + 7 * i, 100 - 18 * i, 68 - 14 * i});
             y_ += 86;
         }
