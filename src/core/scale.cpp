@@ -324,7 +324,7 @@ void scale_rows(ConstPixelBuffer source, PixelArea target, const Scaling& scalin
         const WeightBits bits(scaling.x(), scaling.y());
         const auto run = bits.is_short() ? scale_rows_bilinear<MixShort> : scale_rows_bilinear<MixLong>;
         run(source, target, scaling, bits, result, first, last);
-    } else if (!result.make_closely(first, last) && !result.make_coarsely(first, last)) {
+    } else if (!result.make_coarsely(first, last) && !result.make_closely(first, last)) {
         result.make_by_sums(first, last);
     }
 }
