@@ -32,6 +32,11 @@ CommandDialog::CommandDialog(CommandRunner& runner, const Member& command, QWidg
     setObjectName(QStringLiteral("commandDialog"));
     setAttribute(Qt::WA_DeleteOnClose);
 
+    auto* title = new QLabel(title_of(command));
+    QFont large = title->font();
+    large.setPointSizeF(large.pointSizeF() * 1.25);
+    large.setBold(true);
+    title->setFont(large);
     auto* help = new QLabel(help_of(command));
     help->setWordWrap(true);
     QPalette soft = help->palette();
@@ -48,7 +53,11 @@ CommandDialog::CommandDialog(CommandRunner& runner, const Member& command, QWidg
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(18, 16, 18, 16);
     column->setSpacing(14);
-    column->addWidget(help);
+    auto* head = new QVBoxLayout;
+    head->setSpacing(4);
+    head->addWidget(title);
+    head->addWidget(help);
+    column->addLayout(head);
     column->addLayout(form);
     column->addStretch(1);
     add_buttons(*column);

@@ -1,0 +1,171 @@
+# The studio in a real window: opened with a photograph, clicked, dragged, wheeled, typed at, dropped on, saved.
+# SPDX-License-Identifier: MIT
+import os
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+from screen import Screen, wait_for
+
+STUDIO, CLI, SAMPLE, DRAG_SOURCE = (
+    os.environ["PIXVANE_" + name] for name in ("STUDIO", "CLI", "SAMPLE", "DRAG_SOURCE"))
+
+# In the window's middle left: over the view, whatever panels there are.
+AT = (300, 400)
+
+
+class StudioWindow(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.screen = Screen()
+        cls.addClassCleanup(cls.screen.close)
+
+    def setUp(self):
+        self.folder = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.photo = self.file("photo.png")
+        subprocess.run([SAMPLE, self.photo, "1500", "1000"], check=True)
+
+    def file(self, name):
+        return os.path.join(self.folder, name)
+
+    def start(self, *arguments, **environment):
+        program = subprocess.Popen(
+            [STUDIO, *arguments],
+            env=self.screen.environment(XDG_CONFIG_HOME=self.folder, XDG_RUNTIME_DIR=self.folder, **environment))
+        self.addCleanup(self.stop, program)
+        return program
+
+    def stop(self, program):
+        program.kill()
+        program.wait()
+
+    def view(self):
+        return self.screen.pixels(self.window, AT[0] - 100, AT[1] - 100, 200, 200)
+
+    def wait_for_view(self, what, is_so):
+        """Until the middle of the view is so, and stays so."""
+        def steady():
+            first = self.view()
+            return first if is_so(first) and self.view() == first else None
+        return wait_for(what, steady)
+
+    def edited(self, name, *steps):
+        """The pixels that the command line makes of the photograph."""
+        subprocess.run([CLI, "edit", self.photo, self.file(name), *steps], check=True)
+        return self.pixels_of(self.file(name))
+
+    def pixels_of(self, path):
+        return subprocess.run(["convert", path, "-depth", "8", "rgb:-"], check=True,
+                              stdout=subprocess.PIPE).stdout
+
+    def open_photo(self, **environment):
+        program = self.start(self.photo, **environment)
+        self.window = self.screen.window(r"^photo\.png")
+        self.screen.do("mousemove", "--window", self.window, *AT)
+        plain = self.wait_for_view("the picture", lambda pixels: len(set(pixels)) > 100)
+        return program, plain
+
+    def test_wheel_drag_and_keys_move_the_view(self):
+        for ratio in ("1", "1.5"):
+            with self.subTest(ratio=ratio):
+                program, fitted = self.open_photo(QT_SCALE_FACTOR=ratio)
+                screen = self.screen
+                screen.do("click", "--repeat", "8", "4")
+                zoomed = self.wait_for_view("the wheel", lambda pixels: pixels != fitted)
+                screen.do("mousedown", "1")
+                for step in range(1, 6):
+                    screen.do("mousemove", "--window", self.window, AT[0] + 8 * step, AT[1] + 6 * step)
+                dragged = self.wait_for_view("the drag", lambda pixels: pixels != zoomed)
+                screen.do("mouseup", "1")
+                screen.keys(self.window, "Left", "Left")
+                self.wait_for_view("the arrow keys", lambda pixels: pixels not in (zoomed, dragged))
+                screen.keys(self.window, "ctrl+9")
+                self.wait_for_view("the fit", lambda pixels: pixels == fitted)
+                self.stop(program)
+
+    def test_a_command_by_the_menu_is_saved_as_the_command_line_makes_it(self):
+        _, plain = self.open_photo()
+        screen = self.screen
+        # The first command of the first category runs at once.
+        screen.keys(self.window, "alt+p", "Right", "Return")
+        grey = self.wait_for_view("the command", lambda pixels: pixels != plain)
+        self.assertEqual(grey[0::3], grey[1::3], "the picture is grey")
+        screen.keys(self.window, "ctrl+z")
+        self.wait_for_view("undo", lambda pixels: pixels == plain)
+        screen.keys(self.window, "ctrl+shift+z")
+        self.wait_for_view("redo", lambda pixels: pixels == grey)
+
+        screen.keys(self.window, "ctrl+shift+s")
+        dialog = screen.window("^Save as")
+        screen.do("windowfocus", "--sync", dialog)
+        screen.do("key", "ctrl+a")
+        screen.do("type", "grey.png")
+        screen.do("key", "Return")
+        screen.window(r"^grey\.png")
+        self.assertEqual(self.pixels_of(self.file("grey.png")), self.edited("expected.png", "Desaturate"))
+
+    def test_a_click_on_an_icon_undoes_and_a_dialog_previews(self):
+        _, plain = self.open_photo()
+        screen = self.screen
+        # The second command has a dialog; Escape takes its preview back, Return applies it.
+        screen.keys(self.window, "alt+p", "Right", "Down", "Return")
+        dialog = screen.window("^Saturate")
+        shown = self.wait_for_view("the preview", lambda pixels: pixels != plain)
+        screen.keys(dialog, "Escape")
+        self.wait_for_view("the cancel", lambda pixels: pixels == plain)
+        screen.keys(self.window, "alt+p", "Right", "Down", "Return")
+        dialog = screen.window("^Saturate")
+        self.wait_for_view("the preview", lambda pixels: pixels == shown)
+        screen.keys(dialog, "Return")
+        wait_for("the end of the dialog", lambda: not screen.do("search", "--onlyvisible", "--name", "^Saturate"))
+        self.wait_for_view("the command", lambda pixels: pixels == shown)
+        # Open, save, a line, undo: the fourth place of the toolbar, below the menus.
+        screen.do("mousemove", "--window", self.window, 87, 37, "click", "1")
+        self.wait_for_view("the undo", lambda pixels: pixels == plain)
+
+    def test_a_dropped_file_is_opened(self):
+        _, plain = self.open_photo()
+        screen = self.screen
+        other = self.file("other.png")
+        self.edited("other.png", "Invert")
+        self.start_source(other)
+        source = screen.window("^drag source")
+        # Where the studio's window leaves room.
+        screen.do("windowmove", "--sync", source, 1270, 0)
+        screen.do("mousemove", "--window", source, 40, 40)
+        screen.do("mousedown", "1")
+        for x in (45, 60, 80):
+            screen.do("mousemove", "--window", source, x, 50)
+        for step in range(3):
+            screen.do("mousemove", "--window", self.window, AT[0] + 4 * step, AT[1])
+        wait_for("the offer of the file", lambda: screen.do("getmouselocation"))
+
+        def drop():
+            # A release before the studio has answered the drag would be no drop: move, release, look.
+            screen.do("mousemove_relative", "--", "1", "0")
+            return self.accepted(source)
+        wait_for("the drag to be taken", drop)
+        screen.do("mouseup", "1")
+        screen.window(r"^other\.png")
+        self.wait_for_view("the dropped picture", lambda pixels: pixels != plain and len(set(pixels)) > 100)
+
+    def start_source(self, path):
+        program = subprocess.Popen([DRAG_SOURCE, path],
+                                   env=self.screen.environment(XDG_RUNTIME_DIR=self.folder))
+        self.addCleanup(self.stop, program)
+
+    def accepted(self, source):
+        return self.screen.do("getwindowname", source) == "drag source: taken"
+
+    def test_without_a_picture_it_waits_for_one(self):
+        self.start()
+        self.window = self.screen.window("^Pixvane Studio")
+        wait_for("the page", lambda: len(set(self.screen.pixels(self.window))) > 20)
+        self.screen.keys(self.window, "ctrl+q")
+        wait_for("the end", lambda: not self.screen.do("search", "--onlyvisible", "--name", "^Pixvane Studio"))
+
+
+if __name__ == "__main__":
+    unittest.main()
