@@ -17,7 +17,7 @@ public:
     virtual QVariant value() const = 0;
     /// Shows a value without saying so.
     virtual void set_value(const QVariant& value) = 0;
-    /// Whether the label stands above the editor, which needs the width.
+    /// Whether the editor needs the whole width and explains itself.
     virtual bool is_wide() const { return false; }
 
 signals:

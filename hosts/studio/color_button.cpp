@@ -43,9 +43,10 @@ void ColorButton::paintEvent(QPaintEvent*) {
     QColor line = palette().color(QPalette::WindowText);
     line.setAlpha(90);
     painter.setPen(QPen(line, 1));
-    painter.setBrush(isEnabled() ? color_ : QColor());
+    painter.setBrush(isEnabled() ? QBrush(color_) : QBrush(Qt::NoBrush));
     painter.drawRoundedRect(swatch.adjusted(.5, .5, -.5, -.5), 3, 3);
-    painter.setPen(palette().color(QPalette::ButtonText));
+    painter.setPen(
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
     painter.drawText(QRectF(swatch.right() + 8, 0, width() - swatch.right() - 8, height()),
                      Qt::AlignVCenter | Qt::AlignLeft, text());
 }

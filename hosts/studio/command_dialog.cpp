@@ -87,14 +87,10 @@ void CommandDialog::add_editors(QFormLayout& form) {
             make_editor(argument, {.label = label, .sliderMaximum = static_cast<double>(side)}, this);
         editor->set_value(start_value(argument));
         connect(editor, &ArgumentEditor::edited, this, [this] { preview_.request(values()); });
-        auto* text = new QLabel(label);
-        text->setBuddy(editor);
-        if (editor->is_wide()) {
-            form.addRow(text);
+        if (editor->is_wide())
             form.addRow(editor);
-        } else {
-            form.addRow(text, editor);
-        }
+        else
+            form.addRow(label, editor);
         editors_.push_back(editor);
     }
     if (editor_of("X") != nullptr && editor_of("Y") != nullptr)

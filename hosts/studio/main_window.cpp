@@ -119,7 +119,6 @@ void MainWindow::start_command(const Member& command) {
     if (picture_->is_empty() || dialog_ != nullptr) return;
     if (command.argument_count == 0) return runner_->run(command);
     dialog_ = new CommandDialog(*runner_, command, this);
-    connect(dialog_, &CommandDialog::shown, histogram_, &HistogramView::refresh);
     connect(dialog_, &QDialog::finished, this, [this] {
         dialog_ = nullptr;
         refresh_actions();

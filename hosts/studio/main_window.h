@@ -56,8 +56,7 @@ private:
                         void (MainWindow::*slot)());
     // main_window_docks.cpp
     void make_docks();
-    QDockWidget* add_dock(Qt::DockWidgetArea area, const char* name, const QString& title, Icon which,
-                          QWidget* inside);
+    QDockWidget* add_dock(Qt::DockWidgetArea area, const char* name, const QString& title, QWidget* inside);
     void restore_layout();
     void keep_layout();
 

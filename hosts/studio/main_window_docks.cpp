@@ -16,15 +16,13 @@ constexpr int kLayout = 1;
 
 }  // namespace
 
-QDockWidget* MainWindow::add_dock(Qt::DockWidgetArea area, const char* name, const QString& title, Icon which,
+QDockWidget* MainWindow::add_dock(Qt::DockWidgetArea area, const char* name, const QString& title,
                                   QWidget* inside) {
     auto* dock = new QDockWidget(title, this);
     dock->setObjectName(QString::fromLatin1(name));
     dock->setWidget(inside);
     addDockWidget(area, dock);
-    QAction* action = dock->toggleViewAction();
-    action->setIcon(icon(which));
-    panelMenu_->addAction(action);
+    panelMenu_->addAction(dock->toggleViewAction());
     return dock;
 }
 
@@ -35,11 +33,10 @@ void MainWindow::make_docks() {
     settings_ = new SettingsPanel(*picture_);
     macro_ = new MacroPanel(*runner_);
     constexpr auto kRight = Qt::RightDockWidgetArea;
-    add_dock(kRight, "histogramDock", tr("Histogram"), Icon::Histogram, histogram_);
-    QDockWidget* pen = add_dock(kRight, "penDock", tr("Pen and brush"), Icon::Pen, settings_);
-    QDockWidget* macro = add_dock(kRight, "macroDock", tr("Macro"), Icon::Macro, macro_);
-    QDockWidget* log =
-        add_dock(Qt::BottomDockWidgetArea, "eventDock", tr("Events"), Icon::Log, new EventLog(*picture_));
+    add_dock(kRight, "histogramDock", tr("Histogram"), histogram_);
+    QDockWidget* pen = add_dock(kRight, "penDock", tr("Pen and brush"), settings_);
+    QDockWidget* macro = add_dock(kRight, "macroDock", tr("Macro"), macro_);
+    QDockWidget* log = add_dock(Qt::BottomDockWidgetArea, "eventDock", tr("Events"), new EventLog(*picture_));
     tabifyDockWidget(pen, macro);
     pen->raise();
     log->hide();

@@ -89,14 +89,21 @@ void MainWindow::make_view_menu() {
         action->setToolTip(help_of(*property));
         const QString key = QStringLiteral("view/") + QLatin1String(entry.property);
         connect(action, &QAction::toggled, this, [this, property, key](bool on) {
-            picture_->call(*property,
-                           {property->result == PIXVANE_INT32 ? QVariant(on ? 1 : 0) : QVariant(on)});
+            const bool isNumber = property->result == PIXVANE_INT32;
+            picture_->call(*property, {isNumber ? QVariant(on ? 1 : 0) : QVariant(on)});
             QSettings().setValue(key, on);
+            settings_->refresh();
+        });
+        // It may have been put elsewhere.
+        connect(menu, &QMenu::aboutToShow, action, [this, property, action] {
+            const QSignalBlocker quiet(action);
+            action->setChecked(picture_->call(*property).toInt() == 1);
         });
         action->setChecked(QSettings().value(key, entry.isOnAtFirst).toBool());
         if (qstrcmp(entry.property, "ScrollWindowVisible") == 0) overview_ = action;
     }
     overview_->setIcon(icon(Icon::Overview));
+    overview_->setIconVisibleInMenu(false);
     menu->addSeparator();
     menu->addMenu(panelMenu_);
     make_theme_menu(*menu->addMenu(tr("&Theme")));

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QHash>
 #include <QPolygon>
+#include <QRegularExpression>
 #include <QStringList>
 #include <algorithm>
 
@@ -32,7 +33,7 @@ QStringList words_of(const QString& name) {
     for (int i = 0; i < name.size(); ++i) {
         const bool startsWord = words.isEmpty() || (name[i].isUpper() && !name[i - 1].isUpper()) ||
                                 (name[i].isUpper() && i + 1 < name.size() && name[i + 1].isLower()) ||
-                                (name[i].isDigit() && !name[i - 1].isDigit());
+                                (name[i].isDigit() && !name[i - 1].isDigit() && words.back().size() > 1);
         if (startsWord)
             words.append(name[i]);
         else
@@ -99,6 +100,13 @@ QString title_of(const Category& category) {
 QString help_of(const Member& member) {
     QString help = QCoreApplication::translate("Members", member.help);
     if (help.endsWith(QLatin1Char('.'))) help.chop(1);
+    // As the labels beside the editors say it.
+    for (int i = 0; i < member.argument_count; ++i) {
+        const QString name = QString::fromLatin1(member.arguments[i].name);
+        const QString label = label_of(member, member.arguments[i]);
+        if (name != label)
+            help.replace(QRegularExpression(QStringLiteral("\\b%1\\b").arg(name)), label.toLower());
+    }
     return help;
 }
 

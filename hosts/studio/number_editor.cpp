@@ -35,7 +35,7 @@ NumberEditor::NumberEditor(const Argument& argument, const EditorHints& hints, Q
     row->setSpacing(hints.isNarrow ? 6 : 10);
     if (argument.has_slider != 0) {
         least_ = argument.slider_minimum;
-        most_ = hints.sliderMaximum > least_ ? hints.sliderMaximum : argument.slider_maximum;
+        most_ = hints.sliderMaximum > 0 ? hints.sliderMaximum : argument.slider_maximum;
         isCurved_ = !isInteger_ && least_ > 0 && most_ / least_ >= 20;
         slider_ = new QSlider(Qt::Horizontal);
         if (isInteger_)

@@ -8,20 +8,40 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QMainWindow>
+#include <QPainter>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QToolTip>
 
 namespace studio {
 namespace {
 
 struct Tones {
-    QRgb window, base, raised, button, text, soft, accent, onAccent, edge;
+    QRgb window, base, raised, button, text, soft, accent, onAccent, edge, light;
 };
 constexpr Tones kLight = {0xFFF3F4F6, 0xFFFFFFFF, 0xFFF7F8FA, 0xFFFBFBFC, 0xFF1E2227,
-                          0xFF686F79, 0xFF2F6FDE, 0xFFFFFFFF, 0xFFC4C8CE};
+                          0xFF686F79, 0xFF2F6FDE, 0xFFFFFFFF, 0xFFC4C8CE, 0xFFFFFFFF};
 constexpr Tones kDark = {0xFF2A2C30, 0xFF1F2124, 0xFF26282C, 0xFF383B41, 0xFFE4E6EA,
-                         0xFF9AA1AC, 0xFF4C8DF6, 0xFFFFFFFF, 0xFF16171A};
+                         0xFF9AA1AC, 0xFF4C8DF6, 0xFFFFFFFF, 0xFF16171A, 0xFF3C3F45};
+
+/// Fusion with plain bars: its own have a bright line that stands out on dark windows.
+class StudioStyle final : public QProxyStyle {
+public:
+    StudioStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        if (element != CE_ToolBar && element != CE_MenuBarEmptyArea)
+            return QProxyStyle::drawControl(element, option, painter, widget);
+        painter->fillRect(option->rect, option->palette.window());
+        if (element == CE_ToolBar && qobject_cast<const QMainWindow*>(widget->parentWidget()) != nullptr)
+            painter->fillRect(QRect(option->rect.bottomLeft(), QSize(option->rect.width(), 1)),
+                              option->palette.mid());
+    }
+};
 
 QPalette palette_of(const Tones& tones) {
     QPalette palette{QColor(tones.button), QColor(tones.window)};
@@ -40,6 +60,7 @@ QPalette palette_of(const Tones& tones) {
     set(QPalette::HighlightedText, tones.onAccent);
     set(QPalette::Link, tones.accent);
     set(QPalette::Mid, tones.edge);
+    set(QPalette::Light, tones.light);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         QColor faint(tones.soft);
         faint.setAlpha(130);
@@ -58,7 +79,7 @@ const QString kKey = QStringLiteral("color-scheme");
 }  // namespace
 
 ThemeKeeper::ThemeKeeper(QObject* parent) : QObject(parent) {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new StudioStyle);
     // What the platform has chosen for itself, where it does.
     desktopIsDark_ = QApplication::palette().color(QPalette::Window).lightness() < 128;
     apply();

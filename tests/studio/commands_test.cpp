@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QPushButton>
+#include <QSlider>
 #include <QThread>
 
 #include "argument_editors.h"
@@ -132,6 +133,9 @@ TEST_F(Commands, EditorsKeepWhatTheyAreGiven) {
             for (const double number : {argument.slider_minimum, argument.slider_maximum}) {
                 editor->set_value(number);
                 EXPECT_DOUBLE_EQ(editor->value().toDouble(), number) << argument.name;
+                const auto* slider = editor->findChild<QSlider*>();
+                EXPECT_EQ(slider->value(),
+                          number == argument.slider_minimum ? slider->minimum() : slider->maximum());
             }
         }
     });

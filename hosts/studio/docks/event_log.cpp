@@ -20,6 +20,8 @@ EventLog::EventLog(Picture& picture, QWidget* parent)
     list_->setAccessibleName(tr("Events"));
     list_->setUniformItemSizes(true);
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    // Its panel may be as low as a person likes.
+    list_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     list_->setFrameShape(QFrame::NoFrame);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

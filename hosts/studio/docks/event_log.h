@@ -19,6 +19,8 @@ public:
     explicit EventLog(Picture& picture, QWidget* parent = nullptr);
     ~EventLog() override;
 
+    QSize sizeHint() const override { return {420, 130}; }
+
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;

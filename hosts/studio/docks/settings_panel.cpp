@@ -70,7 +70,8 @@ bool is_drawing_setting(const Member& member) { return member.macro_code >= 0; }
 
 /// The label without the words that the section says already: "width" of the pen.
 QString short_label(const Member& setting, const Category& category) {
-    const QString title = title_of(setting);
+    QString title = title_of(setting);
+    if (title.endsWith(QLatin1String(" file name"))) title.chop(10);
     const QString prefix = category.name.section(QLatin1Char(' '), -1) + QLatin1Char(' ');
     if (!title.startsWith(prefix, Qt::CaseInsensitive)) return title;
     QString rest = title.mid(prefix.size());
@@ -95,6 +96,13 @@ SettingsPanel::SettingsPanel(Picture& picture, QWidget* parent) : QScrollArea(pa
                         category.name == QLatin1String("Pen") || category.name == QLatin1String("Brush"));
     }
     column->addStretch(1);
+    // One line of labels for all sections.
+    int widest = 0;
+    for (const QLabel* label : labels_) widest = std::max(widest, label->sizeHint().width());
+    for (QLabel* label : labels_) {
+        label->setMinimumWidth(widest);
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
     setWidget(page);
     refresh();
 }
@@ -133,6 +141,7 @@ void SettingsPanel::add_section(QVBoxLayout& column, const Category& category, b
         text->setToolTip(help_of(*setting));
         editor->setToolTip(help_of(*setting));
         form->addRow(text, editor);
+        labels_.push_back(text);
         entries_.push_back({setting, editor});
     }
     body->setVisible(isOpen);

@@ -8,6 +8,7 @@
 #include "argument_editors.h"
 #include "picture.h"
 
+class QLabel;
 class QVBoxLayout;
 
 namespace studio {
@@ -32,6 +33,7 @@ private:
 
     Picture& picture_;
     std::vector<Entry> entries_;
+    std::vector<QLabel*> labels_;
 };
 
 }  // namespace studio
