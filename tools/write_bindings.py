@@ -41,6 +41,7 @@ def main():
 
     sys.path.insert(0, os.path.join(build, "python"))
     import cpp_bindings
+    import macro_steps
     import pixvane
     import python_stub
     import qt_bindings
@@ -52,6 +53,7 @@ def main():
         "hosts/qt/pixvane_members.cpp": qt_bindings.source(members),
         "hosts/python/pixvane/__init__.pyi": python_stub.stub(members),
         "docs/members.md": reference_page(build),
+        "docs/macro-steps.md": macro_steps.page(),
     }
     stale = []
     for path, text in texts.items():

@@ -23,56 +23,50 @@ std::vector<Row> macro_rows() {
 
 std::vector<Row> step_rows() {
     using I = std::int32_t;
+    const Arg value{.name = "nVal"}, x{.name = "X"}, y{.name = "Y"};
+    const Arg left{.name = "Left"}, top{.name = "Top"}, width{.name = "Width"}, height{.name = "Height"};
+    const Arg level{.name = "Level"}, radius{.name = "Radius"}, intensity{.name = "Intensity"};
+    const auto rectangle = [&](const char* name, I code) {
+        return passed_over<I, I, I, I>(name, code, {left, top, width, height});
+    };
+    const auto with_two_values = [&](const char* name, I code) {
+        return passed_over<I, I, I, I, I, I>(
+            name, code, {left, top, width, height, {.name = "Value1"}, {.name = "Value2"}});
+    };
+    const auto points = [](const char* name, I code) {
+        return passed_over<Points>(name, code, {{.name = "Points"}});
+    };
     return {
-        passed_over<I, I>("BlurMotion", 16, {{.name = "nVal"}, {.name = "Direction"}}),
-        passed_over<I>("Aquarelle", 19, {{.name = "nVal"}}),
-        passed_over<I, I, I>("BlurZoom", 27, {{.name = "nVal"}, {.name = "X"}, {.name = "Y"}}),
-        passed_over<I, I, I>("BlurRadial", 34, {{.name = "X"}, {.name = "Y"}, {.name = "Angle"}}),
-        passed_over<I, I, I>("Glow", 51, {{.name = "Level"}, {.name = "Radius"}, {.name = "Intensity"}}),
-        passed_over<I, I, I>("GlowingEdge", 56,
-                             {{.name = "Level"}, {.name = "Radius"}, {.name = "Intensity"}}),
-        passed_over<I>("Twirl", 67, {{.name = "nVal"}}),
-        passed_over<I, I, I, I>("Area", 144,
-                                {{.name = "Left"}, {.name = "Top"}, {.name = "Width"}, {.name = "Height"}}),
+        passed_over<I, I>("BlurMotion", 16, {value, {.name = "Direction"}}),
+        passed_over<I>("Aquarelle", 19, {value}),
+        passed_over<I, I, I>("BlurZoom", 27, {value, x, y}),
+        passed_over<I, I, I>("BlurRadial", 34, {x, y, {.name = "Angle"}}),
+        passed_over<I, I, I>("Glow", 51, {level, radius, intensity}),
+        passed_over<I, I, I>("GlowingEdge", 56, {level, radius, intensity}),
+        passed_over<I>("Twirl", 67, {value}),
+        rectangle("Area", 144),
         passed_over<I>("Rotation", 145, {{.name = "Angle"}}),
         passed_over<>("DrawDateTime", 148),
         passed_over<>("Reserved", 151),
         passed_over<I, I, I, I>("Line", 152,
                                 {{.name = "X1"}, {.name = "Y1"}, {.name = "X2"}, {.name = "Y2"}}),
-        passed_over<I, I, I, I>("FilledShape", 153,
-                                {{.name = "Left"}, {.name = "Top"}, {.name = "Width"}, {.name = "Height"}}),
-        passed_over<I, I, I, I>("FilledArea", 154,
-                                {{.name = "Left"}, {.name = "Top"}, {.name = "Width"}, {.name = "Height"}}),
-        passed_over<Points>("Lines", 155, {{.name = "Points"}}),
-        passed_over<Points>("ClosedLines", 156, {{.name = "Points"}}),
-        passed_over<Points>("Curve", 157, {{.name = "Points"}}),
-        passed_over<Points>("Polygon", 158, {{.name = "Points"}}),
-        passed_over<I, I, I, I, I, I>("Arc", 159,
-                                      {{.name = "Left"},
-                                       {.name = "Top"},
-                                       {.name = "Width"},
-                                       {.name = "Height"},
-                                       {.name = "Value1"},
-                                       {.name = "Value2"}}),
-        passed_over<I, I, I, I, I, I>("Sector", 160,
-                                      {{.name = "Left"},
-                                       {.name = "Top"},
-                                       {.name = "Width"},
-                                       {.name = "Height"},
-                                       {.name = "Value1"},
-                                       {.name = "Value2"}}),
-        passed_over<Points>("ClosedCurve", 161, {{.name = "Points"}}),
-        passed_over<I, I, std::string_view>("Text", 162, {{.name = "X"}, {.name = "Y"}, {.name = "Text"}}),
-        passed_over<I, I, I, I, MaybeBytes>(
-            "Stamp", 163,
-            {{.name = "X"}, {.name = "Y"}, {.name = "Width"}, {.name = "Height"}, {.name = "Pixels"}}),
-        passed_over<I, I, I, I>("Shape", 164,
-                                {{.name = "Left"}, {.name = "Top"}, {.name = "Width"}, {.name = "Height"}}),
-        passed_over<I, I, Color>("FloodFill", 165, {{.name = "X"}, {.name = "Y"}, {.name = "Color"}}),
-        passed_over<Points>("Freehand1", 166, {{.name = "Points"}}),
-        passed_over<Points>("Freehand2", 167, {{.name = "Points"}}),
-        passed_over<Points>("Freehand3", 168, {{.name = "Points"}}),
-        passed_over<Points>("Freehand4", 169, {{.name = "Points"}}),
+        rectangle("FilledShape", 153),
+        rectangle("FilledArea", 154),
+        points("Lines", 155),
+        points("ClosedLines", 156),
+        points("Curve", 157),
+        points("Polygon", 158),
+        with_two_values("Arc", 159),
+        with_two_values("Sector", 160),
+        points("ClosedCurve", 161),
+        passed_over<I, I, std::string_view>("Text", 162, {x, y, {.name = "Text"}}),
+        passed_over<I, I, I, I, MaybeBytes>("Stamp", 163, {x, y, width, height, {.name = "Pixels"}}),
+        rectangle("Shape", 164),
+        passed_over<I, I, Color>("FloodFill", 165, {x, y, {.name = "Color"}}),
+        points("Freehand1", 166),
+        points("Freehand2", 167),
+        points("Freehand3", 168),
+        points("Freehand4", 169),
         passed_over<I, I, I, std::uint8_t, Color, I>("DrawCalendar", 213,
                                                      {{.name = "Location"},
                                                       {.name = "Size"},
@@ -80,10 +74,8 @@ std::vector<Row> step_rows() {
                                                       {.name = "A"},
                                                       {.name = "Color"},
                                                       {.name = "Year"}}),
-        passed_over<I, I, I, I>("FramedRectangle", 220,
-                                {{.name = "Left"}, {.name = "Top"}, {.name = "Width"}, {.name = "Height"}}),
-        passed_over<I, I, I, I>("RedEye", 221,
-                                {{.name = "Left"}, {.name = "Top"}, {.name = "Width"}, {.name = "Height"}}),
+        rectangle("FramedRectangle", 220),
+        rectangle("RedEye", 221),
     };
 }
 
