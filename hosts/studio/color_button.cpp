@@ -27,7 +27,7 @@ void ColorButton::set_color(const QColor& color) {
 QSize ColorButton::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
     return {metrics.horizontalAdvance(QStringLiteral("#DDDDDD")) + 2 * metrics.height() + 24,
-            metrics.height() + 12};
+            metrics.height() + 9};
 }
 
 void ColorButton::paintEvent(QPaintEvent*) {
@@ -38,7 +38,7 @@ void ColorButton::paintEvent(QPaintEvent*) {
     style()->drawComplexControl(QStyle::CC_ToolButton, &option, &painter, this);
 
     painter.setRenderHint(QPainter::Antialiasing);
-    const int inset = 6;
+    const int inset = 5;
     const QRectF swatch(inset, inset, 1.6 * (height() - 2 * inset), height() - 2 * inset);
     QColor line = palette().color(QPalette::WindowText);
     line.setAlpha(90);

@@ -34,12 +34,17 @@ public:
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
+        const QRect lowestLine(option->rect.bottomLeft(), QSize(option->rect.width(), 1));
+        if (element == CE_MenuBarItem) {
+            QProxyStyle::drawControl(element, option, painter, widget);
+            if (!(option->state & State_Selected)) painter->fillRect(lowestLine, option->palette.window());
+            return;
+        }
         if (element != CE_ToolBar && element != CE_MenuBarEmptyArea)
             return QProxyStyle::drawControl(element, option, painter, widget);
         painter->fillRect(option->rect, option->palette.window());
         if (element == CE_ToolBar && qobject_cast<const QMainWindow*>(widget->parentWidget()) != nullptr)
-            painter->fillRect(QRect(option->rect.bottomLeft(), QSize(option->rect.width(), 1)),
-                              option->palette.mid());
+            painter->fillRect(lowestLine, option->palette.mid());
     }
 };
 
