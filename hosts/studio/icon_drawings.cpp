@@ -186,12 +186,6 @@ void record(const Ink& ink) {
     red.dot(12, 12, 6.5);
 }
 
-void picture(const Ink& ink) {
-    ink.box(3.5, 4.5, 17, 15);
-    ink.ring(8.5, 9.3, 1.6);
-    ink.way({{4, 17}, {9.5, 12.3}, {13, 15.3}, {16, 12.5}, {20, 16}});
-}
-
 }  // namespace
 
 void draw_icon(Icon which, QPainter& painter, const QColor& color) {
@@ -253,7 +247,6 @@ void draw_icon(Icon which, QPainter& painter, const QColor& color) {
             return frame_corners(ink);
         case Icon::Canvas:
             return canvas(ink);
-        case Icon::Draw:
         case Icon::Pen:
             return pen(ink);
         case Icon::Adjust:
@@ -264,8 +257,6 @@ void draw_icon(Icon which, QPainter& painter, const QColor& color) {
             return macro(ink);
         case Icon::Log:
             return log(ink);
-        case Icon::Picture:
-            return picture(ink);
     }
 }
 

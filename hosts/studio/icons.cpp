@@ -55,7 +55,7 @@ QIcon icon_of_category(const QString& category) {
         Icon which;
     } kByWord[] = {{"olour", Icon::Colours},   {"Blur", Icon::Blur},   {"Edge", Icon::Edges},
                    {"Surface", Icon::Surface}, {"Noise", Icon::Noise}, {"Focus", Icon::Focus},
-                   {"Canvas", Icon::Canvas},   {"raw", Icon::Draw},    {"hape", Icon::Draw}};
+                   {"Canvas", Icon::Canvas},   {"raw", Icon::Pen},     {"hape", Icon::Pen}};
     const auto found = std::find_if(std::begin(kByWord), std::end(kByWord), [&](const auto& entry) {
         return category.contains(QLatin1String(entry.word));
     });

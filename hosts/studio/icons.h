@@ -32,13 +32,11 @@ enum class Icon {
     Noise,
     Focus,
     Canvas,
-    Draw,
     Adjust,
     Histogram,
     Pen,
     Macro,
-    Log,
-    Picture
+    Log
 };
 
 /// Follows the palette of the moment when it is painted, at any size.

@@ -42,6 +42,12 @@ MainWindow::MainWindow()
     picture_changed();
 }
 
+MainWindow::~MainWindow() {
+    // Both use the view, which goes before they do: the dialog's preview, and what listens while it is seen.
+    delete dialog_;
+    hide();
+}
+
 void MainWindow::connect_parts() {
     connect(picture_, &Picture::changed, this, &MainWindow::picture_changed);
     connect(document_, &Document::renamed, this, &MainWindow::refresh_actions);

@@ -29,6 +29,7 @@ class MainWindow : public QMainWindow {
 
 public:
     MainWindow();
+    ~MainWindow() override;
 
     PixvaneWidget& view() { return *view_; }
     Document& document() { return *document_; }
@@ -56,7 +57,8 @@ private:
                         void (MainWindow::*slot)());
     // main_window_docks.cpp
     void make_docks();
-    QDockWidget* add_dock(Qt::DockWidgetArea area, const char* name, const QString& title, QWidget* inside);
+    QDockWidget* add_dock(Qt::DockWidgetArea area, const char* name, const QString& title, Icon which,
+                          QWidget* inside);
     void restore_layout();
     void keep_layout();
 

@@ -16,13 +16,16 @@ constexpr int kLayout = 1;
 
 }  // namespace
 
-QDockWidget* MainWindow::add_dock(Qt::DockWidgetArea area, const char* name, const QString& title,
+QDockWidget* MainWindow::add_dock(Qt::DockWidgetArea area, const char* name, const QString& title, Icon which,
                                   QWidget* inside) {
     auto* dock = new QDockWidget(title, this);
     dock->setObjectName(QString::fromLatin1(name));
     dock->setWidget(inside);
     addDockWidget(area, dock);
-    panelMenu_->addAction(dock->toggleViewAction());
+    QAction* action = dock->toggleViewAction();
+    action->setIcon(icon(which));
+    action->setIconVisibleInMenu(false);
+    panelMenu_->addAction(action);
     return dock;
 }
 
@@ -33,10 +36,11 @@ void MainWindow::make_docks() {
     settings_ = new SettingsPanel(*picture_);
     macro_ = new MacroPanel(*runner_);
     constexpr auto kRight = Qt::RightDockWidgetArea;
-    add_dock(kRight, "histogramDock", tr("Histogram"), histogram_);
-    QDockWidget* pen = add_dock(kRight, "penDock", tr("Pen and brush"), settings_);
-    QDockWidget* macro = add_dock(kRight, "macroDock", tr("Macro"), macro_);
-    QDockWidget* log = add_dock(Qt::BottomDockWidgetArea, "eventDock", tr("Events"), new EventLog(*picture_));
+    add_dock(kRight, "histogramDock", tr("Histogram"), Icon::Histogram, histogram_);
+    QDockWidget* pen = add_dock(kRight, "penDock", tr("Pen and brush"), Icon::Pen, settings_);
+    QDockWidget* macro = add_dock(kRight, "macroDock", tr("Macro"), Icon::Macro, macro_);
+    QDockWidget* log =
+        add_dock(Qt::BottomDockWidgetArea, "eventDock", tr("Events"), Icon::Log, new EventLog(*picture_));
     tabifyDockWidget(pen, macro);
     pen->raise();
     log->hide();

@@ -150,6 +150,10 @@ void MainWindow::make_tool_bar() {
         button->setPopupMode(QToolButton::InstantPopup);
         bar->addWidget(button);
     }
+    auto* space = new QWidget;
+    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    bar->addWidget(space);
+    bar->addActions(panelMenu_->actions());
     panelMenu_->addSeparator();
     panelMenu_->addAction(bar->toggleViewAction());
 }
