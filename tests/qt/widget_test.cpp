@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 #include <QUrl>
 
 #include "widgets.h"
@@ -251,6 +252,29 @@ TEST_F(Widgets, CursorsAreTheControls) {
     EXPECT_EQ(picture_.cursor().hotSpot(), QPoint(hotX, hotY));
     picture_.setPaintStatus(0);
     EXPECT_FALSE(picture_.testAttribute(Qt::WA_SetCursor));
+}
+
+TEST_F(Widgets, TimersTickWhileAModeWantsThem) {
+    class Ticks : public QObject {
+    public:
+        bool eventFilter(QObject* receiver, QEvent* event) override {
+            count += event->type() == QEvent::Timer && qobject_cast<QTimer*>(receiver) != nullptr ? 1 : 0;
+            return false;
+        }
+        int count = 0;
+    } ticks;
+    show(window_);
+    load(100, 100);
+    QCoreApplication::instance()->installEventFilter(&ticks);
+    for (const int mode : {7, 18}) {
+        picture_.setPaintStatus(mode);
+        const int before = ticks.count;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return ticks.count >= before + 3; }));
+        picture_.setPaintStatus(0);
+        const int then = ticks.count;
+        QTest::qWait(200);
+        EXPECT_EQ(ticks.count, then);
+    }
 }
 
 TEST_F(Widgets, ItTellsThoseWhoCannotSeeIt) {
