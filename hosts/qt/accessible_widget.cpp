@@ -15,7 +15,7 @@ public:
     explicit AccessiblePicture(PixvaneWidget* widget) : QAccessibleWidget(widget, QAccessible::Graphic) {}
 
     QString text(QAccessible::Text kind) const override {
-        const QString given = QAccessibleWidget::text(kind);  // by the form
+        QString given = QAccessibleWidget::text(kind);  // by the form
         if (!given.isEmpty()) return given;
         const auto& picture = *static_cast<const PixvaneWidget*>(widget());
         if (kind == QAccessible::Name) return PixvaneWidget::tr("Picture");

@@ -166,20 +166,23 @@ bool PixvaneWidget::Window::zoom_key(const QKeyEvent& event) {
 }
 
 bool PixvaneWidget::Window::command_key(const QKeyEvent& event) {
+    static const struct {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        void (PixvaneMembers::*command)();
+    } commands[] = {
+        {Qt::Key_Z, Qt::ControlModifier, &PixvaneMembers::Undo},
+        {Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier, &PixvaneMembers::Redo},
+        {Qt::Key_0, Qt::ControlModifier, &PixvaneMembers::ActialSize},
+        {Qt::Key_9, Qt::ControlModifier, &PixvaneMembers::ZoomToFit},
+    };
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
-    if (event.key() == Qt::Key_Z && modifiers == (Qt::ControlModifier | Qt::ShiftModifier))
-        widget_.Redo();
-    else if (modifiers != Qt::ControlModifier)
-        return false;
-    else if (event.key() == Qt::Key_Z)
-        widget_.Undo();
-    else if (event.key() == Qt::Key_0)
-        widget_.ActialSize();
-    else if (event.key() == Qt::Key_9)
-        widget_.ZoomToFit();
-    else
-        return false;
-    return true;
+    for (const auto& [key, wanted, command] : commands) {
+        if (event.key() != key || modifiers != wanted) continue;
+        (widget_.*command)();
+        return true;
+    }
+    return false;
 }
 
 bool PixvaneWidget::Window::key_pressed(QKeyEvent& event) {

@@ -84,9 +84,11 @@ void PixvaneWidget::Window::fit_as_loaded() {
 
 void PixvaneWidget::Window::frame_ready() {
     widget_.update();
-    if (!followingSize_) return widget_.frameChanged();
     // In the middle of a resize or a paint Qt can't do without the widget, so slots wait.
-    QMetaObject::invokeMethod(&widget_, &PixvaneWidget::frameChanged, Qt::QueuedConnection);
+    if (followingSize_)
+        QMetaObject::invokeMethod(&widget_, &PixvaneWidget::frameChanged, Qt::QueuedConnection);
+    else
+        Q_EMIT widget_.frameChanged();
 }
 
 void PixvaneWidget::Window::paint() {
