@@ -41,8 +41,7 @@ void edit_in_scratch(ImageStore& store, double nanosecondsPerPixel, ScratchBytes
 
 void box_mean(ImageStore& store, const filters::BoxMean& mean) {
     edit_in_scratch(
-        store, kMean,
-        [&](std::int32_t width, std::int32_t) { return filters::box_mean_scratch(width); },
+        store, kMean, [&](std::int32_t width, std::int32_t) { return filters::box_mean_scratch(width); },
         [&](auto source, auto target, std::int32_t first, std::int32_t last, std::byte* scratch) {
             filters::box_mean(source, target, mean, first, last, scratch);
         });
