@@ -47,20 +47,27 @@ QImage app_icon(int side) {
     painter.setClipPath(round);
     draw_scene(painter);
 
-    // The right of it as large pixels: what the scene is at a tenth of the size.
-    QImage small(10, 10, QImage::Format_ARGB32_Premultiplied);
+    // The lower right of it as large pixels, each of the mean of what it covers.
+    constexpr int kTiles = 8;
+    QImage scene(10 * kTiles, 10 * kTiles, QImage::Format_ARGB32_Premultiplied);
     {
-        QPainter shrunk(&small);
-        shrunk.scale(0.1, 0.1);
-        draw_scene(shrunk);
+        QPainter whole(&scene);
+        whole.setRenderHint(QPainter::Antialiasing);
+        whole.scale(kTiles / 10.0, kTiles / 10.0);
+        draw_scene(whole);
     }
-    for (int y = 0; y < 10; ++y) {
-        for (int x = 0; x < 10; ++x) {
-            if (x + y >= 13 || (x + y == 12 && y % 2 == 0))
-                painter.fillRect(QRectF(10 * x, 10 * y, 10, 10).adjusted(-.1, -.1, .1, .1),
-                                 small.pixelColor(x, y).lighter(128));
+    const QImage means = scene.scaled(kTiles, kTiles, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const double tile = 100.0 / kTiles;
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    for (int y = 0; y < kTiles; ++y) {
+        for (int x = 0; x < kTiles; ++x) {
+            if (x + y < kTiles + 1) continue;
+            const QColor mean = means.pixelColor(x, y);
+            painter.fillRect(QRectF(tile * x, tile * y, tile, tile),
+                             mean.lighter((x + y) % 2 == 0 ? 134 : 116));
         }
     }
+    painter.setRenderHint(QPainter::Antialiasing);
     painter.setClipping(false);
     painter.setPen(QPen(QColor(0, 0, 0, 60), 1.5));
     painter.setBrush(Qt::NoBrush);
