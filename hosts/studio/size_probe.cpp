@@ -41,7 +41,7 @@ void SizeProbe::work(const QByteArray& picture) {
         {
             std::unique_lock lock(mutex_);
             wake_.wait(lock, [&] { return ends_ || request_; });
-            if (ends_) return;
+            if (ends_ || !request_) return;
             request = *request_;
             request_.reset();
         }

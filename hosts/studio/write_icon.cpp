@@ -1,12 +1,11 @@
 // Writes the icon of the program to a file: pixvane-studio-icon SIDE FILE.
 // SPDX-License-Identifier: MIT
 #include <cstdio>
-#include <cstdlib>
 
 #include "app_icon.h"
 
 int main(int count, char** arguments) {
-    const int side = count == 3 ? std::atoi(arguments[1]) : 0;
+    const int side = count == 3 ? QString::fromLocal8Bit(arguments[1]).toInt() : 0;
     if (side < 1 || side > 4096) {
         std::fprintf(stderr, "Usage: pixvane-studio-icon SIDE FILE\n");
         return 2;
