@@ -82,17 +82,20 @@ void MainWindow::connect_parts() {
 }
 
 void MainWindow::open_when_seen(const QString& path) {
+    // A window that starts minimised or covered is not painted.
+    constexpr int kLongestWait = 500;
     pending_ = path;
     stack_->setCurrentWidget(view_);
+    opensPending_.setSingleShot(true);
+    connect(&opensPending_, &QTimer::timeout, this, [this] {
+        if (!document_->open(std::exchange(pending_, {}))) picture_changed();
+    });
+    opensPending_.start(kLongestWait);
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == view_ && event->type() == QEvent::Paint && !pending_.isEmpty()) {
-        const QString path = std::exchange(pending_, {});
-        QTimer::singleShot(0, this, [this, path] {
-            if (!document_->open(path)) picture_changed();
-        });
-    }
+    if (watched == view_ && event->type() == QEvent::Paint && opensPending_.isActive())
+        opensPending_.start(0);
     if (watched == view_ && event->type() == QEvent::Leave) status_->forget_pixel();
     return QMainWindow::eventFilter(watched, event);
 }

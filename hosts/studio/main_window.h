@@ -102,6 +102,7 @@ private:
     QTimer viewChanged_;  ///< once for any number of repaints
     QPointer<CommandDialog> dialog_;
     QString pending_;  ///< to be opened when the window is seen
+    QTimer opensPending_;
 };
 
 }  // namespace studio

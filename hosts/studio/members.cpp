@@ -46,7 +46,7 @@ QStringList words_of(const QString& name) {
     return words;
 }
 
-QString sentence_of(QStringList words) {
+QString sentence_of(const QStringList& words) {
     QString sentence = words.join(QLatin1Char(' '));
     if (!sentence.isEmpty()) sentence[0] = sentence[0].toUpper();
     return sentence;

@@ -23,7 +23,9 @@ class Screen:
     def __init__(self, width=1400, height=900):
         readable, writable = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writable), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(writable), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp",
+             # A server whose last window has gone would start anew, and refuse the next one meanwhile.
+             "-noreset"],
             pass_fds=[writable], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writable)
         with os.fdopen(readable) as pipe:
