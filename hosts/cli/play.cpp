@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 #include <atomic>
-#include <cctype>
+#include <charconv>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <thread>
@@ -56,11 +55,10 @@ struct Options {
 unsigned jobs_of(const Arguments& arguments) {
     const std::string* text = arguments.value_of("--jobs");
     if (text == nullptr) return std::clamp(std::thread::hardware_concurrency(), 1u, kMostJobs);
-    const bool isNumber =
-        !text->empty() && text->size() <= 2 &&
-        std::all_of(text->begin(), text->end(), [](unsigned char c) { return std::isdigit(c); });
-    const unsigned jobs = isNumber ? static_cast<unsigned>(std::atoi(text->c_str())) : 0;
-    if (jobs < 1 || jobs > kMostJobs)
+    unsigned jobs = 0;
+    const char* end = text->data() + text->size();
+    const auto read = std::from_chars(text->data(), end, jobs);
+    if (read.ec != std::errc() || read.ptr != end || jobs < 1 || jobs > kMostJobs)
         throw UsageFailure(concat("--jobs: ", in_quotes(*text), " is not a number from 1 to 64"));
     return jobs;
 }

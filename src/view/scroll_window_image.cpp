@@ -98,7 +98,8 @@ void ScrollWindowImage::make(const Content& content, const ShownPicture& picture
     char text[32];
     std::snprintf(text, sizeof text, "Zoomed to %d%%", static_cast<int>(content.percent));
     caption_.set(rasterizer, text, true, kWhite);
-    caption_.draw(image, trunc_to_int32(layout.body.width / 2 + layout.body.x - caption_.width() * 0.5),
+    const std::int32_t middle = layout.body.x + layout.body.width / 2;
+    caption_.draw(image, trunc_to_int32(middle - caption_.width() * 0.5),
                   layout.thumbnail.y + layout.thumbnail.height + kCaptionGap);
     draw_close_box(image, moved(layout.closeBox, 0, 0));
     content_ = content;
