@@ -16,8 +16,8 @@ constexpr std::int32_t kLastMode = 26;
 
 struct ToolMode {
     std::int32_t mode;
+    std::int32_t cursor = 0;  ///< one of the control's own, or 0
     std::unique_ptr<MouseTool> (*make)();
-    std::int32_t cursor = 0;            ///< one of the control's own, or 0
     std::int32_t tickMilliseconds = 0;  ///< of timer 1 while the mode is set, or 0
     bool takesRightButton = false;      ///< the tool sees presses of the right button
     bool drawsAtPointer = false;        ///< what it draws follows the pointer: every move is shown
