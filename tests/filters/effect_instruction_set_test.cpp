@@ -109,7 +109,8 @@ Picture smooth_picture(std::int32_t width, std::int32_t height) {
         for (std::int32_t x = 0; x < width; ++x) {
             const auto red = static_cast<std::uint32_t>(x + y) / 2 % 248 + random.below(8);
             const auto green = static_cast<std::uint32_t>(x / 16 * 16 + y / 16 * 16) % 256;
-            picture.view().row(y)[x] = make_pixel(random.below(256), red, green, (x ^ y) & 255u);
+            picture.view().row(y)[x] =
+                make_pixel(random.below(256), red, green, static_cast<std::uint32_t>(x ^ y) & 255u);
         }
     }
     return picture;
