@@ -145,28 +145,12 @@ public:
     // The next two return false if the scaling is none that can be done so.
     bool make_coarsely(std::int32_t first, std::int32_t last) {
         CoarseScaler scaler(source_, scaling_);
-        if (!scaler.is_valid()) return false;
-        for (std::int32_t y = first; y < last; ++y) {
-            if (scaler.make_opaque_row(y, place(y))) {
-                finish_opaque(y, place(y), false);
-            } else {
-                make_other(y);
-            }
-        }
-        return true;
+        return make_by(scaler, first, last);
     }
     bool make_closely([[maybe_unused]] std::int32_t first, [[maybe_unused]] std::int32_t last) {
 #if HWY_TARGET == HWY_AVX3_DL
         const CloseScaler scaler(source_, scaling_);
-        if (!scaler.is_valid()) return false;
-        for (std::int32_t y = first; y < last; ++y) {
-            if (scaler.make_opaque_row(y, place(y))) {
-                finish_opaque(y, place(y), false);
-            } else {
-                make_other(y);
-            }
-        }
-        return true;
+        return make_by(scaler, first, last);
 #else
         return false;
 #endif
@@ -185,6 +169,19 @@ public:
     }
 
 private:
+    /// Rows by a scaler that does opaque ones only, the others in the usual way.
+    template <class Scaler>
+    bool make_by(Scaler& scaler, std::int32_t first, std::int32_t last) {
+        if (!scaler.is_valid()) return false;
+        for (std::int32_t y = first; y < last; ++y) {
+            if (scaler.make_opaque_row(y, place(y))) {
+                finish_opaque(y, place(y), false);
+            } else {
+                make_other(y);
+            }
+        }
+        return true;
+    }
     std::size_t count() const { return static_cast<std::size_t>(target_.width); }
 
     ConstPixelBuffer source_;
