@@ -1,10 +1,13 @@
 // The benchmark's command line.
 // SPDX-License-Identifier: MIT
+#include <unistd.h>
+
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <exception>
-#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,16 +28,20 @@ constexpr const char* kUsage =
     "  --rounds N      measure N times, 9 if not given\n"
     "  --threads N     work with N threads, 1 if not given\n"
     "  --compare N     measure with N threads, too, and tell what part of the cost is left\n"
+    "  --group N       take turns among N commands at a time and print their rows together, 8 if not given\n"
     "  --picture FILE  measure with this picture instead of a made-up photograph\n"
     "  --csv           print comma separated values\n"
+    "  --progress      tell on standard error what is being measured; done anyway if that is a terminal\n"
     "  --list          list the commands\n";
 
 struct Options {
     int rounds = 9;
     int threads = 1;
     int compared = 0;  // threads to compare with; none if 0
+    int group = 8;     // commands that take turns
     std::string picture;
     bool csv = false;
+    bool progress = false;
     bool list = false;
     bool help = false;
     std::vector<std::string_view> names;
@@ -64,10 +71,14 @@ Options parse(int count, char** words) {
             options.threads = number("--threads", value(), 1, 64);
         } else if (word == "--compare") {
             options.compared = number("--compare", value(), 1, 64);
+        } else if (word == "--group") {
+            options.group = number("--group", value(), 1, 10000);
         } else if (word == "--picture") {
             options.picture = value();
         } else if (word == "--csv") {
             options.csv = true;
+        } else if (word == "--progress") {
+            options.progress = true;
         } else if (word == "--list") {
             options.list = true;
         } else if (word == "--help") {
@@ -100,8 +111,59 @@ std::vector<Row> chosen_rows(const std::vector<std::string_view>& names) {
     return chosen;
 }
 
+std::size_t longest_label(std::span<const Row> rows) {
+    std::size_t longest = 0;
+    for (const Row& row : rows) longest = std::max(longest, std::strlen(row.label));
+    return longest;
+}
+
 void use_threads(int count) {
     if (pixvane_set_worker_threads(count) != PIXVANE_OK) throw Error("can't set the threads");
+}
+
+/// One line on standard error that says what is being measured, where somebody watches it.
+class Progress {
+public:
+    Progress(bool asked, std::size_t rows, int rounds)
+        : terminal_(::isatty(STDERR_FILENO) != 0), shown_(asked || terminal_), rows_(rows), rounds_(rounds) {}
+
+    void show(const Row& row, std::size_t index, int round) {
+        // Into a file each command is written once.
+        if (!shown_ || (!terminal_ && index < next_)) return;
+        next_ = index + 1;
+        if (terminal_)
+            std::fprintf(stderr, "\r\033[K%zu of %zu, round %d of %d: %s", index + 1, rows_, round, rounds_,
+                         row.label);
+        else
+            std::fprintf(stderr, "%zu of %zu: %s\n", index + 1, rows_, row.label);
+        std::fflush(stderr);
+    }
+    /// Before rows are printed, perhaps on the same screen.
+    void clear() const {
+        if (shown_ && terminal_) std::fputs("\r\033[K", stderr);
+    }
+
+private:
+    bool terminal_;
+    bool shown_;
+    std::size_t rows_;
+    std::size_t next_ = 0;
+    int rounds_;
+};
+
+std::vector<Task> tasks_of(std::span<const Row> rows, int threads, bool comparing, Workplace& workplace) {
+    std::vector<Task> tasks;
+    for (const Row& row : rows) {
+        const auto prepare = [&workplace, &row, threads] {
+            use_threads(threads);
+            workplace.prepare(row);
+        };
+        // Threads that were not wanted for a while are started, or woken, by the uncounted run.
+        const bool warmUp = row.kind == Kind::Edit || comparing;
+        tasks.push_back({prepare, [&workplace, &row] { workplace.run(row); },
+                         [&workplace, &row] { workplace.finish(row); }, warmUp});
+    }
+    return tasks;
 }
 
 void run(const Options& options) {
@@ -113,35 +175,34 @@ void run(const Options& options) {
         picture = control.picture();
     }
     Workplace workplace(options.picture.empty() ? nullptr : &picture);
-    std::vector<Task> tasks;
-    const auto add_tasks = [&](int threads) {
-        for (const Row& row : rows) {
-            const auto prepare = [&workplace, &row, threads] {
-                use_threads(threads);
-                workplace.prepare(row);
-            };
-            tasks.push_back({prepare, [&] { workplace.run(row); }, [&] { workplace.finish(row); },
-                             row.kind == Kind::Edit});
-        }
-    };
-    add_tasks(options.threads);
-    if (options.compared > 0) add_tasks(options.compared);
     CopyUnit unit(std::size_t{kWidth} * kHeight * 4);
-    const Measurement measured = measure(tasks, options.rounds, unit);
-    std::vector<Result> results;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const Cost& cost = measured.costs[i];
-        std::optional<double> rate;
-        if (const auto frames = workplace.frames(rows[i]))
-            rate = *frames / (cost.median * measured.unitSeconds);
-        results.push_back({rows[i].label, cost, rows[i].goal, workplace.file_size(rows[i]), rate, {}});
-        if (options.compared > 0) results.back().compared = measured.costs[rows.size() + i];
+    Progress progress(options.progress, rows.size(), options.rounds);
+    Report report({options.rounds, options.threads, options.compared}, options.csv, longest_label(rows));
+    // Taking turns evens out how busy the machine is; among a few commands that is enough, and their rows
+    // are known long before the last command's.
+    const auto together = static_cast<std::size_t>(options.group);
+    for (std::size_t start = 0; start < rows.size(); start += together) {
+        const std::span group = std::span(rows).subspan(start, std::min(together, rows.size() - start));
+        const bool comparing = options.compared > 0;
+        std::vector<Task> tasks = tasks_of(group, options.threads, comparing, workplace);
+        if (comparing) {
+            const std::vector<Task> more = tasks_of(group, options.compared, comparing, workplace);
+            tasks.insert(tasks.end(), more.begin(), more.end());
+        }
+        const Measurement measured = measure(tasks, options.rounds, unit, [&](std::size_t task, int round) {
+            progress.show(group[task % group.size()], start + task % group.size(), round);
+        });
+        progress.clear();
+        for (std::size_t i = 0; i < group.size(); ++i) {
+            const Cost& cost = measured.costs[i];
+            Result result{group[i].label, cost, group[i].goal, workplace.file_size(group[i]), {}, {}};
+            if (const auto frames = workplace.frames(group[i]))
+                result.framesPerSecond = *frames / (cost.median * measured.unitSeconds);
+            if (comparing) result.compared = measured.costs[group.size() + i];
+            report.add(result, measured.unitSeconds);
+        }
     }
-    const Setting setting{options.rounds, options.threads, options.compared, measured.unitSeconds};
-    if (options.csv)
-        print_csv(results, setting);
-    else
-        print_table(results, setting);
+    report.finish();
 }
 
 }  // namespace

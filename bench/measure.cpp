@@ -57,7 +57,8 @@ double CopyUnit::seconds() {
     return std::min(first, seconds_of(copy));
 }
 
-Measurement measure(const std::vector<Task>& tasks, int rounds, CopyUnit& unit) {
+Measurement measure(const std::vector<Task>& tasks, int rounds, CopyUnit& unit,
+                    const std::function<void(std::size_t task, int round)>& starting) {
     std::vector<std::size_t> order(tasks.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::vector<std::vector<double>> ratios(tasks.size());
@@ -68,11 +69,15 @@ Measurement measure(const std::vector<Task>& tasks, int rounds, CopyUnit& unit) 
         task.run();
         task.after();
     };
-    for (const Task& task : tasks) run_uncounted(task);
-    for (int round = 0; round < rounds; ++round) {
+    for (std::size_t i = 0; i < tasks.size(); ++i) {
+        starting(i, 0);
+        run_uncounted(tasks[i]);
+    }
+    for (int round = 1; round <= rounds; ++round) {
         std::shuffle(order.begin(), order.end(), shuffler);
         for (const std::size_t i : order) {
             const Task& task = tasks[i];
+            starting(i, round);
             if (task.warmUpEachRound) run_uncounted(task);
             task.before();
             units.push_back(unit.seconds());

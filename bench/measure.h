@@ -49,6 +49,9 @@ struct Measurement {
 };
 
 /// Measures all tasks `rounds` times, in each round in another order and each right after the unit.
-Measurement measure(const std::vector<Task>& tasks, int rounds, CopyUnit& unit);
+/// `starting` is told before each of them which one starts and in which round: 0 for the uncounted one before
+/// the first.
+Measurement measure(const std::vector<Task>& tasks, int rounds, CopyUnit& unit,
+                    const std::function<void(std::size_t task, int round)>& starting);
 
 }  // namespace bench

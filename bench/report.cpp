@@ -38,54 +38,85 @@ std::string instruction_set() {
 /// Rounded as it is shown, so that the verdict never contradicts the figures beside it.
 bool is_met(const Result& result) { return result.cost.median < *result.goal + 0.005; }
 
-}  // namespace
+std::string threads_text(int count) { return count == 1 ? "one thread" : std::to_string(count) + " threads"; }
 
-void print_table(const std::vector<Result>& results, const Setting& setting) {
-    std::printf("Pixvane %s, %d thread%s, %d rounds; %s: %s\n", pixvane_version(), setting.threads,
-                setting.threads == 1 ? "" : "s", setting.rounds, processor_info("model name").c_str(),
-                instruction_set().c_str());
-    std::printf("Costs as multiples of a memcpy of 3840 x 2160 pixels, here %.2f ms\n\n",
-                setting.unitSeconds * 1e3);
-    std::size_t width = 0;
-    for (const Result& result : results) width = std::max(width, result.label.size());
-    const int label = static_cast<int>(width);
-    std::printf("%-*s  %7s  %6s  %-6s  %-15s", label, "command", "cost", "goal", "", "quartiles");
-    if (setting.compared > 0) std::printf("  %2d threads  part", setting.compared);
-    std::printf("  file or rate\n");
-    for (const Result& result : results) {
-        std::printf("%-*s  %7.2f  ", label, result.label.c_str(), result.cost.median);
-        if (result.goal)
-            std::printf("%6.2f  %-6s", *result.goal, is_met(result) ? "met" : "missed");
-        else
-            std::printf("%6s  %-6s", "-", "");
-        std::printf("  %6.2f - %6.2f", result.cost.low, result.cost.high);
-        if (result.compared)
-            std::printf("  %10.2f  %4.2f", result.compared->median,
-                        result.compared->median / result.cost.median);
-        if (result.fileBytes) std::printf("  %.1f MB", static_cast<double>(*result.fileBytes) / 1e6);
-        if (result.framesPerSecond) std::printf("  %.0f frames a second", *result.framesPerSecond);
-        std::printf("\n");
-    }
+/// What may stand beside a row: the size of its file, or the rate of its frames.
+std::string remark(const Result& result) {
+    char text[64] = "";
+    if (result.fileBytes)
+        std::snprintf(text, sizeof text, "%.1f MB", static_cast<double>(*result.fileBytes) / 1e6);
+    if (result.framesPerSecond)
+        std::snprintf(text, sizeof text, "%.0f frames a second", *result.framesPerSecond);
+    return text;
 }
 
-void print_csv(const std::vector<Result>& results, const Setting& setting) {
-    std::printf(
-        "command,cost,goal,met,lower_quartile,upper_quartile,file_bytes,frames_per_second,memcpy_ms,"
-        "cost_compared\n");
-    for (const Result& result : results) {
-        std::printf("\"%s\",%.4f,", result.label.c_str(), result.cost.median);
-        if (result.goal)
-            std::printf("%.2f,%s,", *result.goal, is_met(result) ? "yes" : "no");
-        else
-            std::printf(",,");
-        std::printf("%.4f,%.4f,", result.cost.low, result.cost.high);
-        if (result.fileBytes) std::printf("%ju", *result.fileBytes);
-        std::printf(",");
-        if (result.framesPerSecond) std::printf("%.1f", *result.framesPerSecond);
-        std::printf(",%.4f,", setting.unitSeconds * 1e3);
-        if (result.compared) std::printf("%.4f", result.compared->median);
-        std::printf("\n");
+void print_csv_row(const Result& result, double unitSeconds) {
+    std::printf("\"%s\",%.4f,", result.label.c_str(), result.cost.median);
+    if (result.goal)
+        std::printf("%.2f,%s,", *result.goal, is_met(result) ? "yes" : "no");
+    else
+        std::printf(",,");
+    std::printf("%.4f,%.4f,", result.cost.low, result.cost.high);
+    if (result.fileBytes) std::printf("%ju", *result.fileBytes);
+    std::printf(",");
+    if (result.framesPerSecond) std::printf("%.1f", *result.framesPerSecond);
+    std::printf(",%.4f,", unitSeconds * 1e3);
+    if (result.compared) std::printf("%.4f", result.compared->median);
+    std::printf("\n");
+}
+
+}  // namespace
+
+Report::Report(const Setting& setting, bool csv, std::size_t labelWidth)
+    : setting_(setting), csv_(csv), labelWidth_(static_cast<int>(std::max<std::size_t>(labelWidth, 7))) {
+    if (csv) {
+        std::printf(
+            "command,cost,goal,met,lower_quartile,upper_quartile,file_bytes,frames_per_second,memcpy_ms,"
+            "cost_compared\n");
+        return;
     }
+    std::printf("Pixvane %s, %s, %d rounds; %s: %s\n", pixvane_version(),
+                threads_text(setting.threads).c_str(), setting.rounds, processor_info("model name").c_str(),
+                instruction_set().c_str());
+    std::printf("Costs as multiples of a memcpy of 3840 x 2160 pixels\n\n");
+    if (setting.compared > 0)
+        std::printf("| %-*s | %10s | %10s | part left |\n|---|---|---|---|\n", labelWidth_, "command",
+                    threads_text(setting.threads).c_str(), threads_text(setting.compared).c_str());
+    else
+        std::printf("| %-*s |   cost |   goal |        | %16s | file or rate |\n|---|---|---|---|---|---|\n",
+                    labelWidth_, "command", "quartiles");
+}
+
+void Report::add(const Result& result, double unitSeconds) {
+    unitSeconds_.push_back(unitSeconds);
+    if (csv_)
+        print_csv_row(result, unitSeconds);
+    else
+        add_to_table(result);
+    std::fflush(stdout);
+}
+
+void Report::add_to_table(const Result& result) const {
+    if (result.compared) {
+        std::printf("| %-*s | %10.2f | %10.2f | %9.2f |\n", labelWidth_, result.label.c_str(),
+                    result.cost.median, result.compared->median,
+                    result.compared->median / result.cost.median);
+        return;
+    }
+    std::printf("| %-*s | %6.2f | ", labelWidth_, result.label.c_str(), result.cost.median);
+    if (result.goal)
+        std::printf("%6.2f | %-6s", *result.goal, is_met(result) ? "met" : "missed");
+    else
+        std::printf("%6s | %-6s", "", "");
+    std::printf(" | %6.2f to %6.2f | %s |\n", result.cost.low, result.cost.high, remark(result).c_str());
+}
+
+void Report::finish() const {
+    if (csv_ || unitSeconds_.empty()) return;
+    std::vector<double> sorted = unitSeconds_;
+    std::sort(sorted.begin(), sorted.end());
+    std::printf("\nmemcpy took %.2f ms, in the middle of %.2f to %.2f\n", sorted[sorted.size() / 2] * 1e3,
+                sorted.front() * 1e3, sorted.back() * 1e3);
 }
 
 }  // namespace bench
