@@ -138,7 +138,7 @@ TEST_P(EffectsOfEveryInstructionSet, equal_the_plain_version) {
 
 TEST_P(EffectsOfEveryInstructionSet, equal_the_plain_version_in_large_windows) {
     const TargetScope scope(GetParam());
-    for (const Effect& effect : rank_effects({63, 127, 128, 300, 16384})) {
+    for (const Effect& effect : rank_effects({63, 64, 127, 128, 300, 16384})) {
         for (const Picture& source : {random_picture(79, 71, 3), smooth_picture(301, 37)}) {
             SCOPED_TRACE(effect.name);
             const Picture& expected = plain_result_of(effect, source, std::to_string(source.width));
