@@ -32,14 +32,15 @@ void edit_rows(ImageStore& store, double nanosecondsPerPixel, Kernel kernel) {
 }
 
 /// A command made of a kernel(source, target, first, last) that writes rows first..last of the whole target
-/// and reads what it likes of the whole source; it may run on several bands at once and must not throw.
+/// and reads what it likes of the whole source; it may run on several bands at once and must not throw. Each
+/// band starts with work for as long as `leadRows` rows take.
 template <class Kernel>
-void edit_area(ImageStore& store, double nanosecondsPerPixel, Kernel kernel) {
+void edit_area(ImageStore& store, double nanosecondsPerPixel, Kernel kernel, double leadRows = 0) {
     Edit edit(store);
     if (!edit) return;
     const ConstPixelBuffer source = edit.source();
     const PixelBuffer target = edit.target();
-    parallel_rows(source.height, source.width * nanosecondsPerPixel,
+    parallel_rows(source.height, {source.width * nanosecondsPerPixel, leadRows},
                   [&](std::int32_t first, std::int32_t last) { kernel(source, target, first, last); });
     edit.commit();
 }

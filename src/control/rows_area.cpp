@@ -17,6 +17,15 @@ constexpr double kMean = 1.5;
 constexpr double kRange = 2.5;
 constexpr double kEachBox = 0.5;
 
+// What a window's first row takes, in rows: adding up the rows above and below, which is a part of the work
+// that a row makes, and of ranges most of it.
+double lead_of_sums(std::int32_t radius) { return 0.5 * radius; }
+double lead_of_ranges(std::int32_t radius) { return radius; }
+// All boxes of a kernel grow out of the smallest one.
+double lead_of_rings(std::int32_t radius, std::size_t boxes) {
+    return 1 + radius / static_cast<double>(boxes);
+}
+
 bool is_radius(std::int32_t value) { return value >= 1 && value <= filters::kMaxWindowRadius; }
 
 void convolve(ImageStore& store, const filters::Kernel& kernel) {
@@ -27,21 +36,24 @@ void convolve(ImageStore& store, const filters::Kernel& kernel) {
 
 /// A kernel that works in scratch memory of scratch_bytes(width, height).
 template <class ScratchBytes, class Kernel>
-void edit_in_scratch(ImageStore& store, double nanosecondsPerPixel, ScratchBytes scratch_bytes,
-                     Kernel kernel) {
+void edit_in_scratch(ImageStore& store, double nanosecondsPerPixel, double leadRows,
+                     ScratchBytes scratch_bytes, Kernel kernel) {
     const ConstPixelBuffer now = store.current();
     if (now.count() == 0) return;
     filters::BandScratch scratch(scratch_bytes(now.width, now.height));
-    edit_area(store, nanosecondsPerPixel,
-              [&](auto source, auto target, std::int32_t first, std::int32_t last) {
-                  const filters::BandScratch::Block block(scratch);
-                  kernel(source, target, first, last, block.data());
-              });
+    edit_area(
+        store, nanosecondsPerPixel,
+        [&](auto source, auto target, std::int32_t first, std::int32_t last) {
+            const filters::BandScratch::Block block(scratch);
+            kernel(source, target, first, last, block.data());
+        },
+        leadRows);
 }
 
 void box_mean(ImageStore& store, const filters::BoxMean& mean) {
     edit_in_scratch(
-        store, kMean, [&](std::int32_t width, std::int32_t) { return filters::box_mean_scratch(width); },
+        store, kMean, lead_of_sums(mean.radius),
+        [&](std::int32_t width, std::int32_t) { return filters::box_mean_scratch(width); },
         [&](auto source, auto target, std::int32_t first, std::int32_t last, std::byte* scratch) {
             filters::box_mean(source, target, mean, first, last, scratch);
         });
@@ -61,7 +73,7 @@ void average(ImageStore& store, std::int32_t centreWeight, std::int32_t radius) 
 void smart_blur(ImageStore& store, std::int32_t radius, std::int32_t level) {
     if (!is_radius(radius)) return;
     edit_in_scratch(
-        store, kRange,
+        store, kRange, lead_of_ranges(radius),
         [=](std::int32_t width, std::int32_t height) {
             return filters::smart_blur_scratch(width, height, radius);
         },
@@ -76,6 +88,7 @@ void gaussian_blur(ImageStore& store, std::int32_t radius, std::int32_t fallOff)
     const filters::RingWeights weights = filters::ring_weights(radius, fallOff);
     edit_in_scratch(
         store, kMean + kEachBox * static_cast<double>(weights.boxes.size()),
+        lead_of_rings(radius, weights.boxes.size()),
         [&](std::int32_t width, std::int32_t) { return filters::ring_blur_scratch(width, weights); },
         [&](auto source, auto target, std::int32_t first, std::int32_t last, std::byte* scratch) {
             filters::ring_blur(source, target, weights, first, last, scratch);

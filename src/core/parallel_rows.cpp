@@ -3,6 +3,7 @@
 #include "core/parallel_rows.h"
 
 #include <algorithm>
+#include <cmath>
 #include <condition_variable>
 #include <mutex>
 #include <system_error>
@@ -14,16 +15,24 @@ namespace {
 
 constexpr double kWorthSplitting = 500'000;  // nanoseconds
 constexpr std::int32_t kMostThreads = 64;
-// More bands than threads, so that one slow thread doesn't make the others wait.
-constexpr std::int32_t kBandsPerThread = 4;
+// As many of the smallest bands would be each thread's share.
+constexpr std::int32_t kSmallestPerThread = 8;
 
 struct Job {
     detail::RowsFunction function;
     void* context;
     std::int32_t rows;
-    std::int32_t bandRows;
+    std::int32_t threads;
+    std::int32_t smallest;     // rows of a band, but for the last one
     std::int32_t next = 0;     // first row that nobody has taken yet
     std::int32_t helpers = 0;  // workers inside the job
+
+    /// Half of what would be a thread's share of the rest: large bands first, and small ones at the end, so
+    /// that nobody waits long for a thread that is slower or came late.
+    std::int32_t next_band() const {
+        const std::int32_t rest = rows - next;
+        return std::min(rest, std::max(smallest, rest / (2 * threads)));
+    }
 };
 
 // One job at a time; whoever finds the pool taken works alone.
@@ -78,7 +87,7 @@ private:
     void work(Job& job, std::unique_lock<std::mutex>& lock) {
         while (job.next < job.rows) {
             const std::int32_t first = job.next;
-            const std::int32_t last = first + std::min(job.bandRows, job.rows - first);
+            const std::int32_t last = first + job.next_band();
             job.next = last;
             lock.unlock();
             job.function(job.context, first, last);
@@ -164,18 +173,28 @@ void give_pool_back() {
     if (state->holders == 0) drop_pool_locked();
 }
 
+/// Threads wait for each other for half a small band, say, and each pays for the lead of all its bands: the
+/// sum is least for the square root of rows / (2 * lead * threads) bands a thread. At one a thread all have
+/// the same share, as most machines' threads are equally fast.
+std::int32_t smallest_band(std::int32_t rows, std::int32_t threads, double lead) {
+    double each = kSmallestPerThread;
+    if (lead > 0) each = std::min(each, std::sqrt(rows / (2 * lead * threads)));
+    const std::int32_t bands = threads * std::max(1, static_cast<std::int32_t>(each));
+    return (rows - 1) / bands + 1;
+}
+
 }  // namespace
 
-void detail::run_rows(std::int32_t rows, double nanosecondsPerRow, RowsFunction function, void* context) {
+void detail::run_rows(std::int32_t rows, RowCost cost, RowsFunction function, void* context) {
     if (rows <= 0) return;
-    const bool worthSplitting = rows >= 2 && rows * nanosecondsPerRow >= kWorthSplitting && !insideJob;
+    const bool worthSplitting = rows >= 2 && rows * cost.nanoseconds >= kWorthSplitting && !insideJob;
     Pool* pool = worthSplitting ? take_pool() : nullptr;
     if (pool == nullptr) {
         function(context, 0, rows);
         return;
     }
-    const std::int32_t bands = std::min(rows, pool->size() * kBandsPerThread);
-    Job job{function, context, rows, (rows + bands - 1) / bands};
+    const std::int32_t threads = pool->size();
+    Job job{function, context, rows, threads, smallest_band(rows, threads, cost.lead)};
     insideJob = true;
     pool->run(job);
     insideJob = false;

@@ -25,19 +25,29 @@ public:
 /// be held for ever, so both are left behind; the number of threads is kept.
 void forget_worker_threads_after_fork();
 
+/// An estimate of what bands of rows take: so long for each row, and at the start of a band, before its first
+/// row is known, as long as for so many rows.
+struct RowCost {
+    double nanoseconds;
+    double lead = 0;
+
+    // Most bands have no lead.
+    RowCost(double nanosecondsPerRow, double leadRows = 0) : nanoseconds(nanosecondsPerRow), lead(leadRows) {}
+};
+
 namespace detail {
 using RowsFunction = void (*)(void* context, std::int32_t first, std::int32_t last);
-void run_rows(std::int32_t rows, double nanosecondsPerRow, RowsFunction function, void* context);
+void run_rows(std::int32_t rows, RowCost cost, RowsFunction function, void* context);
 }  // namespace detail
 
 /// Calls work(first, last) for bands that together cover rows 0..rows exactly once. Work that would take
 /// less than half a millisecond, by the estimate given, stays on the caller's thread. `work` must not throw,
 /// and its result must not depend on how the rows are cut.
 template <class Work>
-void parallel_rows(std::int32_t rows, double nanosecondsPerRow, Work&& work) {
+void parallel_rows(std::int32_t rows, RowCost cost, Work&& work) {
     using Plain = std::remove_reference_t<Work>;
     detail::run_rows(
-        rows, nanosecondsPerRow,
+        rows, cost,
         [](void* context, std::int32_t first, std::int32_t last) {
             (*static_cast<Plain*>(context))(first, last);
         },

@@ -48,6 +48,18 @@ struct Window {
     std::int32_t beforeFirst, afterLast;
 };
 
+/// Rows first..last, of which those outside 0..height - 1 repeat the edges: `above` times the first row,
+/// `below` times the last one.
+struct RowRange {
+    RowRange(std::int32_t from, std::int32_t to, std::int32_t height)
+        : first(std::max(0, from)),
+          last(std::min(height - 1, to)),
+          above(std::max(0, std::min(0, to + 1) - from)),
+          below(std::max(0, to - std::max(height - 1, from - 1))) {}
+    std::int32_t first, last;
+    std::int32_t above, below;
+};
+
 namespace plain {
 
 void convolve(ConstPixelBuffer source, PixelBuffer target, const Kernel& kernel, std::int32_t first,

@@ -46,10 +46,15 @@ public:
     void start(ConstPixelBuffer source, std::int32_t y) {
         std::fill_n(blueRed_, width_, 0U);
         std::fill_n(greenAlpha_, width_, 0U);
-        const filters::Window rows(y, radius_, source.height);
-        for (std::int32_t i = rows.first; i <= rows.last; ++i) add(source.row(i), 1);
-        add(source.row(0), static_cast<std::uint16_t>(rows.beforeFirst));
-        add(source.row(source.height - 1), static_cast<std::uint16_t>(rows.afterLast));
+        add_rows(source, y - radius_, y + radius_);
+        repeat_ends();
+    }
+    // The same from the sums of a smaller window around row y.
+    void start(ConstPixelBuffer source, std::int32_t y, const NarrowColumns& smaller) {
+        std::copy_n(smaller.blueRed_, width_, blueRed_);
+        std::copy_n(smaller.greenAlpha_, width_, greenAlpha_);
+        add_rows(source, y - radius_, y - smaller.radius_ - 1);
+        add_rows(source, y + smaller.radius_ + 1, y + radius_);
         repeat_ends();
     }
 
@@ -110,6 +115,12 @@ private:
         return hn::Sub(hn::BitCast(words, taken_in(sums, x)), hn::BitCast(words, left_behind(sums, x)));
     }
 
+    void add_rows(ConstPixelBuffer source, std::int32_t first, std::int32_t last) {
+        const filters::RowRange rows(first, last, source.height);
+        for (std::int32_t i = rows.first; i <= rows.last; ++i) add(source.row(i), 1);
+        if (rows.above > 0) add(source.row(0), static_cast<std::uint16_t>(rows.above));
+        if (rows.below > 0) add(source.row(source.height - 1), static_cast<std::uint16_t>(rows.below));
+    }
     void add(const Pixel* row, std::uint16_t times) {
         const WordTag d;
         for_vectors_of(row, [=, this](PixelVec p, std::int32_t x) HWY_ATTR {
@@ -153,11 +164,15 @@ public:
 
     void start(ConstPixelBuffer source, std::int32_t y) {
         for (std::uint32_t* sums : {blue_, green_, red_}) std::fill_n(sums, width_, 0U);
-        const filters::Window rows(y, radius_, source.height);
-        for (std::int32_t i = rows.first; i <= rows.last; i += kTogether)
-            add_rows(source.rows(i, std::min(i + kTogether, rows.last + 1)));
-        add(source.row(0), static_cast<std::uint32_t>(rows.beforeFirst));
-        add(source.row(source.height - 1), static_cast<std::uint32_t>(rows.afterLast));
+        add_rows(source, y - radius_, y + radius_);
+        repeat_ends();
+    }
+    void start(ConstPixelBuffer source, std::int32_t y, const WideColumns& smaller) {
+        std::copy_n(smaller.blue_, width_, blue_);
+        std::copy_n(smaller.green_, width_, green_);
+        std::copy_n(smaller.red_, width_, red_);
+        add_rows(source, y - radius_, y - smaller.radius_ - 1);
+        add_rows(source, y + smaller.radius_ + 1, y + radius_);
         repeat_ends();
     }
 
@@ -197,6 +212,13 @@ private:
     // Rows that are added up in words before they are added to the sums.
     static constexpr std::int32_t kTogether = 8;
 
+    void add_rows(ConstPixelBuffer source, std::int32_t first, std::int32_t last) {
+        const filters::RowRange rows(first, last, source.height);
+        for (std::int32_t i = rows.first; i <= rows.last; i += kTogether)
+            add_rows(source.rows(i, std::min(i + kTogether, rows.last + 1)));
+        if (rows.above > 0) add(source.row(0), static_cast<std::uint32_t>(rows.above));
+        if (rows.below > 0) add(source.row(source.height - 1), static_cast<std::uint32_t>(rows.below));
+    }
     void add_rows(ConstPixelBuffer rows) {
         const PixelTag d;
         const WordTag words;

@@ -113,7 +113,8 @@ public:
     std::int64_t weight(std::size_t i) const { return weights_.boxes[i].weight; }
 
     void start(ConstPixelBuffer source, std::int32_t y) {
-        for (std::size_t i = 0; i < count(); ++i) columns_[i].start(source, y);
+        columns_[0].start(source, y);
+        for (std::size_t i = 1; i < count(); ++i) columns_[i].start(source, y, columns_[i - 1]);
     }
     void go_down(ConstPixelBuffer source, std::int32_t y) {
         for (std::size_t i = 0; i < count(); ++i) columns_[i].go_down(source, y);

@@ -38,6 +38,32 @@ TEST(Threads, visit_every_row_once) {
     parallel_rows(0, kDear, [](std::int32_t, std::int32_t) { FAIL(); });
 }
 
+TEST(Threads, cut_fewer_bands_where_each_starts_dearly_but_one_for_each_thread) {
+    const WorkerThreads holder;
+    const auto bands_of = [](std::int32_t rows, double lead) {
+        std::atomic<std::int32_t> bands{0}, visited{0};
+        parallel_rows(rows, {kDear, lead}, [&](std::int32_t first, std::int32_t last) {
+            ++bands;
+            visited += last - first;
+        });
+        EXPECT_EQ(visited, rows);
+        return bands.load();
+    };
+    for (const std::int32_t threads : {2, 3, 7}) {
+        set_worker_threads(threads);
+        std::int32_t before = bands_of(2100, 0);
+        EXPECT_GT(before, 2 * threads);
+        for (const double lead : {1.0, 30.0, 100.0, 300.0, 1e9}) {
+            const std::int32_t bands = bands_of(2100, lead);
+            EXPECT_LE(bands, before) << lead;
+            before = bands;
+        }
+        EXPECT_EQ(before, threads);
+        EXPECT_EQ(bands_of(threads, 1e9), threads);
+        EXPECT_EQ(bands_of(0x7FFFFFFF, 1e9), threads);
+    }
+}
+
 TEST(Threads, really_share_the_work) {
     const WorkerThreads holder;
     set_worker_threads(2);
