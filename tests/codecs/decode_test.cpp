@@ -2,31 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdlib>
-
 #include "codecs/odd_files.h"
 #include "platform/codecs/codecs.h"
 #include "support/instruction_sets.h"
 
 namespace pixvane::test {
 namespace {
-
-::testing::AssertionResult close_to(ConstPixelBuffer expected, ConstPixelBuffer actual,
-                                    std::uint32_t tolerance) {
-    if (tolerance == 0) return same_pixels(expected, actual);
-    if (expected.width != actual.width || expected.height != actual.height)
-        return ::testing::AssertionFailure() << "sizes differ";
-    for (std::size_t i = 0; i < expected.count(); ++i)
-        for (int shift = 0; shift < 32; shift += 8) {
-            const int a = static_cast<int>(expected.data[i] >> shift & 255);
-            const int b = static_cast<int>(actual.data[i] >> shift & 255);
-            if (std::abs(a - b) <= static_cast<int>(tolerance)) continue;
-            return ::testing::AssertionFailure() << std::hex << "expected " << expected.data[i] << ", got "
-                                                 << actual.data[i] << std::dec << " at pixel " << i;
-        }
-    return ::testing::AssertionSuccess();
-}
 
 void expect_frames(const OddFile& file) {
     SCOPED_TRACE(file.name);
@@ -37,8 +18,8 @@ void expect_frames(const OddFile& file) {
         DecodedImage image;
         ASSERT_TRUE(image_codec().decode(file.bytes, i, image));
         EXPECT_EQ(image.frameCount, count);
-        EXPECT_TRUE(close_to(file.frames[static_cast<std::size_t>(i)].view(), image.bitmap->pixels(),
-                             file.tolerance));
+        EXPECT_TRUE(
+            same_pixels(file.frames[static_cast<std::size_t>(i)], image.bitmap->pixels(), file.tolerance));
     }
     DecodedImage untouched;
     EXPECT_FALSE(image_codec().decode(file.bytes, count, untouched));
@@ -118,7 +99,7 @@ TEST(Decode, RefusesGiantsBeforeTheyAreAllocated) {
     const std::uint64_t before = PixelMemory::instance().in_use();
     Bytes bmp = bmp_files().front().bytes;
     bmp[18] = bmp[19] = bmp[22] = bmp[23] = 0xFF;
-    const Bytes png = png_around(60000, 60000, 8, 6, Bytes(100, 0));
+    const Bytes png = png_around(60000, 60000, 6, Bytes(100, 0));
     Bytes jpeg = jpeg_files().front().bytes;
     for (std::size_t i = 0; i + 9 < jpeg.size(); ++i)
         if (jpeg[i] == 0xFF && jpeg[i + 1] == 0xC0)

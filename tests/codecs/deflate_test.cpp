@@ -15,21 +15,22 @@ namespace {
 
 using namespace codecs;
 
-std::vector<CodeWord> code_for(const std::vector<std::uint32_t>& counts, std::uint32_t longest) {
+using Counts = std::vector<std::uint32_t>;
+
+std::vector<CodeWord> code_for(const Counts& counts, std::uint32_t longest) {
     std::vector<CodeWord> words(counts.size());
     make_prefix_code(counts, longest, words);
     return words;
 }
 
-std::uint64_t cost(const std::vector<std::uint32_t>& counts, const std::vector<CodeWord>& words) {
+std::uint64_t cost(const Counts& counts, const std::vector<CodeWord>& words) {
     std::uint64_t bits = 0;
     for (std::size_t i = 0; i < counts.size(); ++i) bits += std::uint64_t{counts[i]} * words[i].length;
     return bits;
 }
 
 /// Every used symbol has a word, no word begins another (first bit lowest), and no room is wasted.
-void expect_complete(const std::vector<std::uint32_t>& counts, const std::vector<CodeWord>& words,
-                     std::uint32_t longest) {
+void expect_complete(const Counts& counts, const std::vector<CodeWord>& words, std::uint32_t longest) {
     double room = 0;
     for (std::size_t i = 0; i < words.size(); ++i) {
         ASSERT_EQ(words[i].length != 0, counts[i] != 0);
@@ -46,7 +47,7 @@ void expect_complete(const std::vector<std::uint32_t>& counts, const std::vector
 }
 
 TEST(Deflate, CodesAreCompleteAndAsShortAsTheLimitAllows) {
-    std::vector<std::uint32_t> fibonacci{1, 1};
+    Counts fibonacci{1, 1};
     while (fibonacci.size() < 24)
         fibonacci.push_back(fibonacci[fibonacci.size() - 1] + fibonacci[fibonacci.size() - 2]);
     // Without a limit the longest word would have 23 bits; such words have lengths, but no room for bits.
@@ -59,7 +60,7 @@ TEST(Deflate, CodesAreCompleteAndAsShortAsTheLimitAllows) {
     }
     TestRandom random(8);
     for (int round = 0; round < 50; ++round) {
-        std::vector<std::uint32_t> counts(286);
+        Counts counts(286);
         for (std::uint32_t& count : counts)
             count = random.below(3) == 0 ? 0 : 1 + random.below(1u << random.below(20));
         expect_complete(counts, code_for(counts, 14), 14);

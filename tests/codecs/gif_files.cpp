@@ -21,12 +21,7 @@ struct Frame {
     std::uint32_t localPalette = 0;  ///< a seed; 0 for the file's palette
 };
 
-std::vector<Pixel> palette_from(std::uint32_t seed) {
-    TestRandom random(seed);
-    std::vector<Pixel> palette;
-    for (int i = 0; i < 8; ++i) palette.push_back(kOpaque | (random.next() & 0xFFFFFF));
-    return palette;
-}
+std::vector<Pixel> palette_from(std::uint32_t seed) { return random_opaque_picture(8, 1, seed).pixels; }
 
 ColorMapObject* color_map(std::uint32_t seed) {
     std::vector<GifColorType> colors;
@@ -45,17 +40,11 @@ void write_frame(GifFileType* gif, Frame frame) {
     ColorMapObject* map = frame.localPalette != 0 ? color_map(frame.localPalette) : nullptr;
     EGifPutImageDesc(gif, frame.left, frame.top, frame.width, frame.height, frame.interlaced, map);
     if (map != nullptr) GifFreeMapObject(map);
-    const auto line = [&](std::int32_t y) {
-        EGifPutLine(gif, frame.indices.data() + y * frame.width, frame.width);
-    };
-    if (!frame.interlaced) {
-        for (std::int32_t y = 0; y < frame.height; ++y) line(y);
-        return;
-    }
-    for (std::int32_t y = 0; y < frame.height; y += 8) line(y);
-    for (std::int32_t y = 4; y < frame.height; y += 8) line(y);
-    for (std::int32_t y = 2; y < frame.height; y += 4) line(y);
-    for (std::int32_t y = 1; y < frame.height; y += 2) line(y);
+    using Passes = std::vector<std::pair<std::int32_t, std::int32_t>>;
+    for (const auto& [first, step] :
+         frame.interlaced ? Passes{{0, 8}, {4, 8}, {2, 4}, {1, 2}} : Passes{{0, 1}})
+        for (std::int32_t y = first; y < frame.height; y += step)
+            EGifPutLine(gif, frame.indices.data() + y * frame.width, frame.width);
 }
 
 Bytes gif_file(std::int32_t width, std::int32_t height, const std::vector<Frame>& frames) {
@@ -120,11 +109,9 @@ std::vector<OddFile> gif_files() {
                           std::uint32_t seed, int disposal) {
         return Frame{left, top, width, height, random_indices(width, height, seed), disposal};
     };
-    Frame interlaced = frame(0, 0, 31, 27, 2, DISPOSAL_UNSPECIFIED);
-    interlaced.interlaced = true;
-    Frame low = frame(0, 0, 5, 3, 3, DISPOSAL_UNSPECIFIED);
-    low.interlaced = true;
-
+    Frame interlaced = frame(0, 0, 31, 27, 2, DISPOSAL_UNSPECIFIED),
+          low = frame(0, 0, 5, 3, 3, DISPOSAL_UNSPECIFIED);
+    interlaced.interlaced = low.interlaced = true;
     std::vector<Frame> animation{
         frame(0, 0, 20, 16, 4, DISPOSE_DO_NOT),     frame(3, 2, 9, 8, 5, DISPOSE_PREVIOUS),
         frame(10, 5, 8, 8, 6, DISPOSE_BACKGROUND),  frame(1, 1, 12, 12, 7, DISPOSE_DO_NOT),

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int32_t kWidth = 83;
 constexpr std::int32_t kHeight = 61;
-constexpr std::uint32_t kTolerance = 6;
+constexpr int kTolerance = 6;
 
 struct Kind {
     const char* name;
@@ -93,8 +93,7 @@ std::vector<OddFile> jpeg_files() {
     };
     std::vector<OddFile> files;
     const Picture color = smooth_picture(kWidth, kHeight);
-    Picture grey = color;
-    for (Pixel& p : grey.pixels) p = kOpaque | green_of(p) * 0x010101;
+    const Picture grey = grey_of(color);
     for (const Kind& kind : kinds) {
         const Picture& picture = kind.input == JCS_GRAYSCALE ? grey : color;
         files.push_back({kind.name, compress(picture, kind), {picture}, kTolerance});

@@ -13,87 +13,73 @@ namespace {
 constexpr std::uint64_t kLimit = std::uint64_t{256} << 20;
 constexpr int kMutations = 2000;
 
+/// Breaks files in the ways in which files get broken.
 class Mutator {
 public:
     explicit Mutator(const std::vector<OddFile>& seeds) : seeds_(seeds) {}
 
     Bytes next(std::string& what) {
-        const OddFile& seed = pick();
+        const OddFile& seed = random_.one_of(seeds_);
         what = seed.name;
         Bytes file = seed.bytes;
-        const std::uint32_t changes = 1 + random_.below(4);
-        for (std::uint32_t i = 0; i < changes && !file.empty(); ++i) change(file, what);
+        using Way = std::pair<const char*, void (Mutator::*)(Bytes&)>;
+        constexpr Way kWays[] = {{"bits flipped", &Mutator::flip_bits},
+                                 {"cut", &Mutator::cut},
+                                 {"header changed", &Mutator::change_header},
+                                 {"field changed", &Mutator::change_field},
+                                 {"spliced", &Mutator::splice},
+                                 {"piece repeated", &Mutator::repeat},
+                                 {"piece removed", &Mutator::remove}};
+        for (std::uint32_t i = random_.below(4) + 1; i > 0 && !file.empty(); --i) {
+            const auto& [name, change] = random_.one_of(kWays);
+            what += std::string(", ") + name;
+            (this->*change)(file);
+        }
         return file;
     }
 
 private:
-    const OddFile& pick() { return seeds_[random_.below(static_cast<std::uint32_t>(seeds_.size()))]; }
-    std::size_t place(const Bytes& file) { return random_.below(static_cast<std::uint32_t>(file.size())); }
-
-    void change(Bytes& file, std::string& what) {
-        switch (random_.below(7)) {
-            case 0:
-                what += ", bits flipped";
-                return flip_bits(file);
-            case 1:
-                what += ", cut";
-                return file.resize(place(file));
-            case 2:
-                what += ", header changed";
-                return change_field(file, std::min<std::size_t>(file.size(), 64));
-            case 3:
-                what += ", field changed";
-                return change_field(file, file.size());
-            case 4:
-                what += ", spliced";
-                return splice(file);
-            case 5:
-                what += ", piece repeated";
-                return repeat(file);
-            default:
-                what += ", piece removed";
-                return remove(file);
-        }
+    std::size_t below(std::size_t limit) { return random_.below(static_cast<std::uint32_t>(limit)); }
+    Bytes::iterator place(Bytes& file) {
+        return file.begin() + static_cast<std::ptrdiff_t>(below(file.size()));
+    }
+    /// From a place on, so many bytes or what is left.
+    Bytes::iterator after(Bytes& file, Bytes::iterator from, std::size_t most) {
+        return from +
+               std::min<std::ptrdiff_t>(file.end() - from, static_cast<std::ptrdiff_t>(1 + below(most)));
     }
 
     void flip_bits(Bytes& file) {
-        const std::uint32_t count = 1 + random_.below(8);
-        for (std::uint32_t i = 0; i < count; ++i) {
-            std::uint8_t& byte = file[place(file)];
-            byte = static_cast<std::uint8_t>(byte ^ 1u << random_.below(8));
-        }
+        for (std::size_t count = 1 + below(8); count > 0; --count)
+            *place(file) ^= static_cast<std::uint8_t>(1 << below(8));
     }
-
+    void cut(Bytes& file) { file.resize(below(file.size())); }
+    void change_header(Bytes& file) { change(file, std::min<std::size_t>(file.size(), 64)); }
+    void change_field(Bytes& file) { change(file, file.size()); }
     /// Values that sizes, counts and offsets get wrong.
-    void change_field(Bytes& file, std::size_t within) {
+    void change(Bytes& file, std::size_t within) {
         constexpr std::uint32_t kValues[]{0,          1,          2,          255,     256,
                                           0x7FFF,     0x8000,     0xFFFF,     0x10000, 0x7FFFFFFF,
                                           0x80000000, 0xFFFFFFFF, 0xFFFFFF00, 4097};
-        const std::uint32_t value = kValues[random_.below(std::size(kValues))];
-        const std::size_t size = std::size_t{1} << random_.below(3);
-        const bool bigEndian = random_.below(2) != 0;
-        const std::size_t at = random_.below(static_cast<std::uint32_t>(within));
+        const std::uint32_t value = random_.one_of(kValues);
+        const std::size_t size = std::size_t{1} << below(3), at = below(within);
+        const bool bigEndian = below(2) != 0;
         for (std::size_t i = 0; i < size && at + i < file.size(); ++i)
             file[at + i] = static_cast<std::uint8_t>(value >> 8 * (bigEndian ? size - 1 - i : i));
     }
-
     void splice(Bytes& file) {
-        const Bytes& other = pick().bytes;
-        file.resize(place(file));
-        file.insert(file.end(), other.begin() + static_cast<std::ptrdiff_t>(place(other)), other.end());
+        Bytes other = random_.one_of(seeds_).bytes;
+        cut(file);
+        file.insert(file.end(), place(other), other.end());
     }
-
     void repeat(Bytes& file) {
-        const std::size_t from = place(file);
-        const Bytes piece(
-            file.begin() + static_cast<std::ptrdiff_t>(from),
-            file.begin() + static_cast<std::ptrdiff_t>(std::min(file.size(), from + 1 + random_.below(300))));
-        file.insert(file.begin() + static_cast<std::ptrdiff_t>(place(file)), piece.begin(), piece.end());
+        const auto from = place(file);
+        const Bytes piece(from, after(file, from, 300));
+        file.insert(place(file), piece.begin(), piece.end());
     }
-
     void remove(Bytes& file) {
-        const auto from = file.begin() + static_cast<std::ptrdiff_t>(place(file));
-        file.erase(from, from + std::min<std::ptrdiff_t>(file.end() - from, 1 + random_.below(100)));
+        const auto from = place(file);
+        file.erase(from, after(file, from, 100));
     }
 
     const std::vector<OddFile>& seeds_;

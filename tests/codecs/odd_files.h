@@ -16,7 +16,7 @@ struct OddFile {
     std::string name;
     Bytes bytes;
     std::vector<Picture> frames;  ///< in the order of the file's frames
-    std::uint32_t tolerance = 0;  ///< by which a channel may be off, for kinds that lose something
+    int tolerance = 0;            ///< by which a channel may be off, for kinds that lose something
 };
 
 std::vector<OddFile> bmp_files();
@@ -32,6 +32,17 @@ std::vector<OddFile> all_odd_files();
 
 /// Smooth colours that lossy formats keep, opaque.
 Picture smooth_picture(std::int32_t width, std::int32_t height);
+/// The picture with the green of each pixel in all colours.
+Picture grey_of(Picture picture);
+
+/// A picture of few colours, and the numbers of its pixels among them.
+struct Indexed {
+    std::vector<Pixel> palette;
+    Picture indices;
+
+    Indexed(std::int32_t width, std::int32_t height, std::uint32_t colors);
+    Picture picture() const;
+};
 
 inline void put16(Bytes& bytes, std::uint32_t value) {
     bytes.push_back(static_cast<std::uint8_t>(value));
@@ -43,11 +54,14 @@ inline void put32(Bytes& bytes, std::uint32_t value) {
 }
 inline void append(Bytes& bytes, const Bytes& more) { bytes.insert(bytes.end(), more.begin(), more.end()); }
 inline Bytes text(const std::string& characters) { return {characters.begin(), characters.end()}; }
+/// The channels of pixels one after the other, in an order such as "BGRA"; a digit stands for itself.
+Bytes channels(const std::vector<Pixel>& pixels, const std::string& order);
+/// Rows of values of so many bits, padded to a multiple of `unit` bytes. Values of whole bytes begin with the
+/// lowest one, the others with the highest bit.
+Bytes packed_rows(const Picture& values, std::uint32_t bits, std::size_t unit);
 
 /// A PNG file around rows that are filtered already, each with its filter byte.
-Bytes png_around(std::int32_t width, std::int32_t height, std::uint8_t bitDepth, std::uint8_t color,
-                 const Bytes& filteredRows, const Bytes& chunksBefore = {});
-Bytes png_chunk(const std::string& type, const Bytes& body);
+Bytes png_around(std::int32_t width, std::int32_t height, std::uint8_t color, const Bytes& filteredRows);
 /// A plain RGBA PNG of a picture.
 Bytes png_of(const Picture& picture);
 

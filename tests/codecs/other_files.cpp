@@ -1,4 +1,4 @@
-// WebP files, the formats that gdk-pixbuf reads, and all odd files together.
+// WebP files, and the formats that gdk-pixbuf reads.
 // SPDX-License-Identifier: MIT
 #include <webp/encode.h>
 #include <webp/mux.h>
@@ -9,12 +9,6 @@
 
 namespace pixvane::test {
 namespace {
-
-Bytes taken(std::uint8_t* memory, std::size_t size) {
-    Bytes bytes(memory, memory + size);
-    WebPFree(memory);
-    return bytes;
-}
 
 const std::uint8_t* bgra(const Picture& picture) {
     return reinterpret_cast<const std::uint8_t*>(picture.pixels.data());
@@ -28,20 +22,16 @@ Picture webp_picture(std::int32_t width, std::int32_t height, std::uint64_t seed
     return picture;
 }
 
-OddFile lossless_webp() {
-    const Picture picture = webp_picture(39, 28, 51);
+OddFile still_webp(bool lossless) {
+    const Picture picture = lossless ? webp_picture(39, 28, 51) : smooth_picture(64, 48);
+    const std::int32_t width = picture.width, height = picture.height;
     std::uint8_t* memory = nullptr;
-    const std::size_t size =
-        WebPEncodeLosslessBGRA(bgra(picture), picture.width, picture.height, picture.width * 4, &memory);
-    return {"WebP, lossless with alpha", taken(memory, size), {picture}};
-}
-
-OddFile lossy_webp() {
-    const Picture picture = smooth_picture(64, 48);
-    std::uint8_t* memory = nullptr;
-    const std::size_t size =
-        WebPEncodeBGRA(bgra(picture), picture.width, picture.height, picture.width * 4, 98, &memory);
-    return {"WebP, lossy", taken(memory, size), {picture}, 12};
+    const std::size_t size = lossless
+                                 ? WebPEncodeLosslessBGRA(bgra(picture), width, height, width * 4, &memory)
+                                 : WebPEncodeBGRA(bgra(picture), width, height, width * 4, 98, &memory);
+    const Bytes bytes(memory, memory + size);
+    WebPFree(memory);
+    return {lossless ? "WebP, lossless with alpha" : "WebP, lossy", bytes, {picture}, lossless ? 0 : 12};
 }
 
 OddFile animated_webp() {
@@ -78,9 +68,7 @@ OddFile animated_webp() {
 OddFile portable_pixmap() {
     const Picture picture = random_opaque_picture(11, 9, 41);
     Bytes file = text("P6\n11 9\n255\n");
-    for (const Pixel p : picture.pixels)
-        append(file, {static_cast<std::uint8_t>(red_of(p)), static_cast<std::uint8_t>(green_of(p)),
-                      static_cast<std::uint8_t>(blue_of(p))});
+    append(file, channels(picture.pixels, "RGB"));
     return {"PPM", file, {picture}};
 }
 
@@ -88,7 +76,7 @@ OddFile portable_pixmap() {
 OddFile targa() {
     const Picture picture = random_picture(14, 10, 42);
     Bytes file{0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 14, 0, 10, 0, 32, 0x28};
-    for (const Pixel p : picture.pixels) put32(file, p);
+    append(file, channels(picture.pixels, "BGRA"));
     return {"TGA, 32 bits", file, {picture}};
 }
 
@@ -102,27 +90,8 @@ OddFile xpm() {
 
 }  // namespace
 
-Picture smooth_picture(std::int32_t width, std::int32_t height) {
-    Picture picture(width, height);
-    for (std::int32_t y = 0; y < height; ++y)
-        for (std::int32_t x = 0; x < width; ++x)
-            picture.view().row(y)[x] =
-                make_pixel(255, static_cast<std::uint32_t>(40 + 160 * x / width),
-                           static_cast<std::uint32_t>(60 + 120 * y / height),
-                           static_cast<std::uint32_t>(200 - 100 * (x + y) / (width + height)));
-    return picture;
-}
-
-std::vector<OddFile> webp_files() { return {lossless_webp(), lossy_webp(), animated_webp()}; }
+std::vector<OddFile> webp_files() { return {still_webp(true), still_webp(false), animated_webp()}; }
 
 std::vector<OddFile> other_files() { return {portable_pixmap(), targa(), xpm()}; }
-
-std::vector<OddFile> all_odd_files() {
-    std::vector<OddFile> all;
-    for (const auto& make :
-         {bmp_files, gif_files, icon_files, jpeg_files, png_files, tiff_files, webp_files, other_files})
-        for (OddFile& file : make()) all.push_back(std::move(file));
-    return all;
-}
 
 }  // namespace pixvane::test

@@ -65,40 +65,24 @@ Bytes tiff_file(const std::vector<Page>& pages, const char* mode = "w") {
     return content_of(folder / "file.tif");
 }
 
-/// The channels of a pixel of the picture, zeros outside of it.
-Pixel pixel_or_none(const Picture& picture, std::int32_t x, std::int32_t y) {
-    return x < picture.width && y < picture.height ? picture.at(x, y) : 0;
-}
-
-using ToBytes = std::function<Bytes(Pixel)>;
-
-/// A page that holds the bytes of each pixel, one after the other or in planes of `sampleBytes`.
-Page page_of(const Picture& picture, std::vector<std::uint16_t> tags, const ToBytes& bytes) {
-    const std::size_t sampleBytes = tags[0] / 8u;
-    const bool planes = tags[3] == PLANARCONFIG_SEPARATE;
+/// A page of the channels in this order, of 8 or 16 bits: one after the other, or in planes.
+Page page_of(const Picture& picture, std::vector<std::uint16_t> tags, const std::string& order) {
     Page page;
     page.tags = std::move(tags);
-    page.row = [=](std::int32_t x, std::int32_t y, std::int32_t count, std::uint16_t plane) {
-        Bytes row;
-        for (std::int32_t i = 0; i < count; ++i) {
-            const Bytes all = bytes(pixel_or_none(picture, x + i, y));
-            const auto first = all.begin() + (planes ? static_cast<std::ptrdiff_t>(plane * sampleBytes) : 0);
-            row.insert(row.end(), first,
-                       planes ? first + static_cast<std::ptrdiff_t>(sampleBytes) : all.end());
-        }
-        return row;
+    page.row = [picture, order, bits = page.tags[0], planes = page.tags[3] == PLANARCONFIG_SEPARATE](
+                   std::int32_t x, std::int32_t y, std::int32_t count, std::uint16_t plane) {
+        std::vector<Pixel> pixels(static_cast<std::size_t>(count));  // zeros outside of the picture
+        for (std::int32_t i = 0; i < count; ++i)
+            if (x + i < picture.width && y < picture.height)
+                pixels[static_cast<std::size_t>(i)] = picture.at(x + i, y);
+        const Bytes samples = channels(pixels, planes ? order.substr(plane, 1) : order);
+        if (bits == 8) return samples;
+        // Sixteen bits that round to these eight, off from their exact multiples.
+        Bytes wide;
+        for (const std::uint8_t sample : samples) put16(wide, std::min(65535u, sample * 257u + 100u));
+        return wide;
     };
     return page;
-}
-
-Bytes rgb(Pixel p) {
-    return {static_cast<std::uint8_t>(red_of(p)), static_cast<std::uint8_t>(green_of(p)),
-            static_cast<std::uint8_t>(blue_of(p))};
-}
-Bytes rgba(Pixel p) {
-    Bytes bytes = rgb(p);
-    bytes.push_back(static_cast<std::uint8_t>(alpha_of(p)));
-    return bytes;
 }
 
 void set_alpha(TIFF* tiff, std::uint16_t kind) { TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &kind); }
@@ -114,7 +98,7 @@ std::vector<OddFile> straight_alpha_files() {
     std::vector<OddFile> files;
     for (const std::uint16_t planar : {kContig, kPlanes})
         for (const std::uint32_t tile : {0u, 16u}) {
-            Page page = page_of(picture, {8, 4, kRgb, planar, COMPRESSION_LZW}, rgba);
+            Page page = page_of(picture, {8, 4, kRgb, planar, COMPRESSION_LZW}, "RGBA");
             page.change = [=](TIFF* tiff) {
                 alpha(tiff);
                 TIFFSetField(tiff, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
@@ -125,11 +109,8 @@ std::vector<OddFile> straight_alpha_files() {
                              tiff_file({page}, tile != 0 ? "wb" : "w8"),
                              {picture}});
         }
-    Picture grey = picture;
-    for (Pixel& p : grey.pixels) p = (p & kOpaque) | green_of(p) * 0x010101;
-    Page page = page_of(grey, {8, 2, kGrey, kContig, COMPRESSION_PACKBITS}, [](Pixel p) {
-        return Bytes{static_cast<std::uint8_t>(green_of(p)), static_cast<std::uint8_t>(alpha_of(p))};
-    });
+    const Picture grey = grey_of(picture);
+    Page page = page_of(grey, {8, 2, kGrey, kContig, COMPRESSION_PACKBITS}, "GA");
     page.change = alpha;
     files.push_back({"TIFF, grey and alpha", tiff_file({page}), {grey}});
     return files;
@@ -140,39 +121,25 @@ OddFile associated_alpha_file() {
     Picture stored = picture;
     for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
         const std::uint32_t a = alpha_of(picture.pixels[i]);
-        std::array<std::uint32_t, 3> back{};
-        std::array<std::uint32_t, 3> multiplied{};
-        const std::array<std::uint32_t, 3> channels{red_of(picture.pixels[i]), green_of(picture.pixels[i]),
-                                                    blue_of(picture.pixels[i])};
-        for (std::size_t c = 0; c < 3; ++c) {
-            multiplied[c] = (channels[c] * a + 127) / 255;
-            back[c] = a == 0 ? 0 : std::min(255u, (multiplied[c] * 255 + a / 2) / a);
+        Pixel multiplied = a << 24, back = a << 24;
+        for (const int shift : {0, 8, 16}) {
+            const std::uint32_t product = ((picture.pixels[i] >> shift & 0xFF) * a + 127) / 255;
+            multiplied |= product << shift;
+            back |= (a == 0 ? 0 : std::min(255u, (product * 255 + a / 2) / a)) << shift;
         }
-        stored.pixels[i] = make_pixel(a, multiplied[0], multiplied[1], multiplied[2]);
-        picture.pixels[i] = make_pixel(a, back[0], back[1], back[2]);
+        stored.pixels[i] = multiplied;
+        picture.pixels[i] = back;
     }
-    Page page = page_of(stored, {8, 4, kRgb, kContig, COMPRESSION_ADOBE_DEFLATE}, rgba);
+    Page page = page_of(stored, {8, 4, kRgb, kContig, COMPRESSION_ADOBE_DEFLATE}, "RGBA");
     page.change = [](TIFF* tiff) { set_alpha(tiff, EXTRASAMPLE_ASSOCALPHA); };
     return {"TIFF, associated alpha", tiff_file({page}), {picture}};
 }
 
 OddFile wide_file(bool alpha, const char* mode) {
-    Picture picture = random_picture(kWidth, kHeight, 23);
-    if (!alpha)
-        for (Pixel& p : picture.pixels) p |= kOpaque;
-    // Sixteen bits that round to the eight of the picture, off from its exact multiples.
-    const ToBytes wide = [=](Pixel p) {
-        Bytes bytes;
-        Bytes narrow = alpha ? rgba(p) : rgb(p);
-        for (const std::uint8_t value : narrow) {
-            const std::uint32_t sample = std::min(65535u, value * 257u + 100u);
-            bytes.push_back(static_cast<std::uint8_t>(sample));
-            bytes.push_back(static_cast<std::uint8_t>(sample >> 8));
-        }
-        return bytes;
-    };
-    Page page = page_of(
-        picture, {16, static_cast<std::uint16_t>(alpha ? 4 : 3), kRgb, kContig, COMPRESSION_NONE}, wide);
+    const Picture picture =
+        alpha ? random_picture(kWidth, kHeight, 23) : random_opaque_picture(kWidth, kHeight, 23);
+    const std::uint16_t samples = alpha ? 4 : 3;
+    Page page = page_of(picture, {16, samples, kRgb, kContig, COMPRESSION_NONE}, alpha ? "RGBA" : "RGB");
     if (alpha) page.change = [](TIFF* tiff) { set_alpha(tiff, EXTRASAMPLE_UNASSALPHA); };
     return {std::string("TIFF, 16 bits") + (alpha ? ", alpha" : "") + ", written " + mode,
             tiff_file({page}, mode),
@@ -180,79 +147,60 @@ OddFile wide_file(bool alpha, const char* mode) {
 }
 
 OddFile palette_file() {
+    const Indexed indexed(kWidth, kHeight, 256);
     std::array<std::array<std::uint16_t, 256>, 3> map{};
-    TestRandom random(24);
-    Picture picture(kWidth, kHeight);
-    for (auto& channel : map)
-        for (std::uint16_t& value : channel) value = static_cast<std::uint16_t>(random.below(256) * 257);
-    const auto color = [&](std::size_t i) {
-        return make_pixel(255, map[0][i] >> 8, map[1][i] >> 8, map[2][i] >> 8);
-    };
-    Picture indices(kWidth, kHeight);
-    for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
-        indices.pixels[i] = random.below(256);
-        picture.pixels[i] = color(indices.pixels[i]);
-    }
-    Page page = page_of(indices, {8, 1, PHOTOMETRIC_PALETTE, kContig, COMPRESSION_LZW},
-                        [](Pixel p) { return Bytes{static_cast<std::uint8_t>(p)}; });
+    for (std::size_t i = 0; i < 256; ++i)
+        for (std::size_t c = 0; c < 3; ++c)
+            map[c][i] = static_cast<std::uint16_t>((indexed.palette[i] >> (16 - 8 * c) & 0xFF) * 257);
+    Page page = page_of(indexed.indices, {8, 1, PHOTOMETRIC_PALETTE, kContig, COMPRESSION_LZW}, "B");
     page.change = [&](TIFF* tiff) {
         TIFFSetField(tiff, TIFFTAG_COLORMAP, map[0].data(), map[1].data(), map[2].data());
     };
-    return {"TIFF, palette", tiff_file({page}), {picture}};
+    return {"TIFF, palette", tiff_file({page}), {indexed.picture()}};
 }
 
 OddFile fax_file() {
-    Picture picture(kWidth, kHeight);
-    for (std::size_t i = 0; i < picture.pixels.size(); ++i)
-        picture.pixels[i] = i / 3 % 5 < 2 ? 0xFF000000u : 0xFFFFFFFFu;
+    Picture ink(kWidth, kHeight), picture(kWidth, kHeight);
+    for (std::size_t i = 0; i < ink.pixels.size(); ++i) {
+        ink.pixels[i] = i / 3 % 5 < 2 ? 1 : 0;
+        picture.pixels[i] = ink.pixels[i] != 0 ? 0xFF000000u : 0xFFFFFFFFu;
+    }
     Page page;
     page.tags = {1, 1, PHOTOMETRIC_MINISWHITE, kContig, COMPRESSION_CCITTFAX4};
     page.row = [&](std::int32_t, std::int32_t y, std::int32_t, std::uint16_t) {
-        Bytes row((kWidth + 7) / 8);
-        for (std::int32_t x = 0; x < kWidth; ++x)
-            if (picture.at(x, y) == 0xFF000000u)
-                row[static_cast<std::size_t>(x / 8)] =
-                    static_cast<std::uint8_t>(row[static_cast<std::size_t>(x / 8)] | 0x80 >> x % 8);
-        return row;
+        return packed_rows(Picture(std::as_const(ink).view().rows(y, y + 1)), 1, 1);
     };
     return {"TIFF, fax", tiff_file({page}), {picture}};
 }
 
 std::vector<OddFile> libtiff_only_files() {
     const Picture picture = smooth_picture(kWidth, kHeight);
-    Page jpeg = page_of(picture, {8, 3, PHOTOMETRIC_YCBCR, kContig, COMPRESSION_JPEG}, rgb);
+    Page jpeg = page_of(picture, {8, 3, PHOTOMETRIC_YCBCR, kContig, COMPRESSION_JPEG}, "RGB");
     jpeg.change = [](TIFF* tiff) {
         TIFFSetField(tiff, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
         TIFFSetField(tiff, TIFFTAG_JPEGQUALITY, 98);
     };
     jpeg.rowsPerStrip = 16;
-    Page inks = page_of(picture, {8, 4, PHOTOMETRIC_SEPARATED, kContig, COMPRESSION_LZW}, [](Pixel p) {
-        Bytes bytes = rgb(~p);
-        bytes.push_back(0);
-        return bytes;
-    });
+    Picture inks = picture;
+    for (Pixel& p : inks.pixels) p = ~p;
+    const Page separated = page_of(inks, {8, 4, PHOTOMETRIC_SEPARATED, kContig, COMPRESSION_LZW}, "RGB0");
     return {{"TIFF, JPEG inside", tiff_file({jpeg}), {picture}, 6},
-            {"TIFF, CMYK", tiff_file({inks}), {picture}, 1}};
+            {"TIFF, CMYK", tiff_file({separated}), {picture}, 1}};
 }
 
 OddFile many_pages_file() {
-    Picture white = random_opaque_picture(kWidth, kHeight, 25);
-    for (Pixel& p : white.pixels) p = kOpaque | green_of(p) * 0x010101;
+    const Picture grey = grey_of(random_opaque_picture(kWidth, kHeight, 25));
     const Picture second = random_opaque_picture(kWidth, kHeight, 26);
     const Picture third = random_opaque_picture(kWidth, kHeight, 27);
-    const auto inverse = [](Pixel p) { return Bytes{static_cast<std::uint8_t>(~green_of(p))}; };
+    Picture inverse = grey;
+    for (Pixel& p : inverse.pixels) p = ~p;
     // A sample that is no alpha follows the three colours.
-    const Page extra = page_of(third, {8, 4, kRgb, kContig, COMPRESSION_LZW}, [](Pixel p) {
-        Bytes bytes = rgb(p);
-        bytes.push_back(7);
-        return bytes;
-    });
-    Page plain = extra;
-    plain.change = [](TIFF* tiff) { set_alpha(tiff, EXTRASAMPLE_UNSPECIFIED); };
+    Page extra = page_of(third, {8, 4, kRgb, kContig, COMPRESSION_LZW}, "RGB7");
+    extra.change = [](TIFF* tiff) { set_alpha(tiff, EXTRASAMPLE_UNSPECIFIED); };
     return {"TIFF with three pages",
-            tiff_file({page_of(white, {8, 1, PHOTOMETRIC_MINISWHITE, kContig, COMPRESSION_NONE}, inverse),
-                       page_of(second, {8, 3, kRgb, kContig, COMPRESSION_NONE}, rgb), plain}),
-            {white, second, third}};
+            tiff_file({page_of(inverse, {8, 1, PHOTOMETRIC_MINISWHITE, kContig, COMPRESSION_NONE}, "G"),
+                       page_of(second, {8, 3, kRgb, kContig, COMPRESSION_NONE}, "RGB"), extra}),
+            {grey, second, third}};
 }
 
 }  // namespace
@@ -260,12 +208,10 @@ OddFile many_pages_file() {
 std::vector<OddFile> tiff_files() {
     std::vector<OddFile> files = straight_alpha_files();
     for (OddFile& file : libtiff_only_files()) files.push_back(std::move(file));
-    files.push_back(associated_alpha_file());
-    files.push_back(wide_file(false, "w"));
-    files.push_back(wide_file(true, "wb"));
-    files.push_back(palette_file());
-    files.push_back(fax_file());
-    files.push_back(many_pages_file());
+    for (OddFile& file :
+         std::vector<OddFile>{associated_alpha_file(), wide_file(false, "w"), wide_file(true, "wb"),
+                              palette_file(), fax_file(), many_pages_file()})
+        files.push_back(std::move(file));
     return files;
 }
 

@@ -1,8 +1,7 @@
-// Tests of how the commands on areas refuse, and of the one that is recorded only if it ran.
+// Commands on areas: their odd arguments, and the one that is recorded only if it ran.
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <vector>
 
 #include "control/test_control.h"
@@ -14,39 +13,8 @@ using test::integer;
 using test::Picture;
 using test::TestControl;
 
-constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
-
 Value numbers(const std::vector<std::int32_t>& list) {
     return {Kind::Int32Array, 0, 0, list.data(), list.size()};
-}
-
-TEST(AreaCommands, refuse_what_is_outside_of_their_range) {
-    const std::vector<std::int32_t> sixteen(16, 1);
-    const std::vector<std::pair<const char*, std::vector<Value>>> refused = {
-        {"Blur", {integer(0)}},
-        {"Blur", {integer(16385)}},
-        {"Average", {integer(1), integer(-9)}},
-        {"Average", {integer(1), integer(16385)}},
-        {"SmartBlur", {integer(0), integer(255)}},
-        {"SmartBlur", {integer(kLargest), integer(255)}},
-        {"GaussianBlur", {integer(0), integer(1)}},
-        {"GaussianBlur", {integer(16385), integer(1)}},
-        {"GaussianBlur", {integer(5), integer(0)}},
-        {"GaussianBlur", {integer(16384), integer((1 << 22) + 1)}},
-        {"Emboss", {integer(11), integer(0)}},
-        {"Emboss", {integer(-kLargest - 1), integer(0)}},
-        {"UserEffect", {numbers(sixteen)}},
-        {"UserEffect", {Value{}}},
-    };
-    const Picture picture = test::random_picture(9, 7, 3);
-    TestControl c;
-    c.load(picture);
-    for (const auto& [member, values] : refused) {
-        Result result;
-        ASSERT_EQ(invoke(*find_member(member), c.control, values, result), Status::Ok) << member;
-        EXPECT_FALSE(c.is("UndoEnable")) << member;
-        EXPECT_TRUE(test::same_pixels(picture.view(), c.picture())) << member;
-    }
 }
 
 TEST(AreaCommands, average_of_no_square_is_black) {
@@ -54,11 +22,11 @@ TEST(AreaCommands, average_of_no_square_is_black) {
     c.load(test::random_picture(9, 7, 3));
     for (const std::int32_t radius : {-1, -8}) {
         c.call("Average", {integer(3), integer(radius)});
-        EXPECT_TRUE(test::same_pixels(Picture(9, 7, kOpaque).view(), c.picture()));
+        EXPECT_TRUE(test::same_pixels(Picture(9, 7, kOpaque), c.picture()));
         c.call("Undo");
     }
     c.call("Average", {integer(1), integer(0)});
-    EXPECT_NE(c.picture().data[5], kOpaque);
+    EXPECT_NE(c.picture().pixels[5], kOpaque);
 }
 
 TEST(AreaCommands, emboss_looks_into_eight_directions) {
@@ -74,7 +42,7 @@ TEST(AreaCommands, emboss_looks_into_eight_directions) {
             c.load(picture);
             c.call("Emboss", {integer(distance), integer(direction)});
             const std::size_t other = distance > 0 ? compared : opposite;
-            EXPECT_EQ(blue_of(c.picture().data[4]), (255 + 80 - 20 * other) / 2) << direction;
+            EXPECT_EQ(blue_of(c.picture().pixels[4]), (255 + 80 - 20 * other) / 2) << direction;
         }
     }
 }
@@ -94,7 +62,7 @@ TEST(AreaCommands, user_effect_is_recorded_after_it_ran) {
     c.call("UserEffect", {numbers(std::vector<std::int32_t>(10, 1))});
     EXPECT_EQ(macro.codes().size(), steps);
     c.call("UserEffect", {numbers(zeros)});
-    EXPECT_TRUE(test::same_pixels(Picture(6, 6, kOpaque).view(), c.picture()));
+    EXPECT_TRUE(test::same_pixels(Picture(6, 6, kOpaque), c.picture()));
     c.call("UserEffect", {numbers(ones)});
     EXPECT_EQ(macro.codes().size(), steps + 2);
     EXPECT_EQ(macro.arguments().size(), bytes + 2 * 4 + (9 + 25) * 4);

@@ -24,36 +24,29 @@ using test::TestRandom;
 using Codes = std::vector<std::int32_t>;
 using Bytes = std::vector<std::uint8_t>;
 
-const Codes kSnapshot = {171, 172, 173, 174, 211, 175, 176, 177, 178, 179, 180, 190, 191, 192,
-                         193, 195, 200, 201, 202, 203, 204, 205, 206, 207, 208, 209, 210};
-constexpr std::size_t kSnapshotBytes = 78;
+constexpr std::size_t kSnapshotSteps = 27, kSnapshotBytes = 78;
 
-Codes codes(TestControl& c) { return {c.control.macro().codes().begin(), c.control.macro().codes().end()}; }
-/// The codes, or bytes, that follow the snapshot.
+/// The codes that follow the snapshot.
 Codes recorded(TestControl& c) {
-    const auto all = c.control.macro().codes().subspan(kSnapshot.size());
-    return {all.begin(), all.end()};
-}
-Bytes recorded_bytes(TestControl& c) {
-    const ByteSpan all = c.control.macro().arguments().subspan(kSnapshotBytes);
-    return {all.begin(), all.end()};
+    const Codes all = c.codes();
+    return {all.begin() + kSnapshotSteps, all.end()};
 }
 
-Picture picture_of(TestControl& c) {
-    const ConstPixelBuffer now = c.picture();
-    return {now.width, now.height, std::vector<Pixel>(now.data, now.data + now.count())};
+void append(Bytes& bytes, const Bytes& more) { bytes.insert(bytes.end(), more.begin(), more.end()); }
+Bytes words(std::initializer_list<std::uint32_t> numbers) {
+    Bytes bytes;
+    for (const std::uint32_t n : numbers)
+        for (int shift = 0; shift < 32; shift += 8) bytes.push_back(static_cast<std::uint8_t>(n >> shift));
+    return bytes;
 }
 
 /// The bytes of a macro file.
 std::string macro_file(const Codes& codes, const Bytes& arguments) {
-    const auto number = [](std::size_t n) {
-        std::string text;
-        for (int shift = 0; shift < 32; shift += 8) text += static_cast<char>(n >> shift);
-        return text;
-    };
-    std::string file(1, static_cast<char>(codes.size()));
-    for (const std::int32_t code : codes) file += number(static_cast<std::uint32_t>(code));
-    return file + number(arguments.size()) + std::string(arguments.begin(), arguments.end());
+    Bytes file{static_cast<std::uint8_t>(codes.size())};
+    for (const std::int32_t code : codes) append(file, words({static_cast<std::uint32_t>(code)}));
+    append(file, words({static_cast<std::uint32_t>(arguments.size())}));
+    append(file, arguments);
+    return {file.begin(), file.end()};
 }
 
 /// Loads a macro into a control with a picture and plays it.
@@ -61,11 +54,6 @@ void play(TestControl& c, const Codes& codes, const Bytes& arguments) {
     c.files.files["macro"] = macro_file(codes, arguments);
     ASSERT_TRUE(c.is("LoadMacros", {Value::string("macro")}));
     c.call("PlayMacros");
-}
-
-void record(const Row& row, TestControl& c, const std::vector<Value>& values) {
-    Result result;
-    ASSERT_EQ(invoke(row, c.control, values, result), Status::Ok) << row.name;
 }
 
 /// What a macro file makes of a picture in a control of its own.
@@ -78,7 +66,7 @@ Picture replay(const std::string& file, const Picture& picture) {
     thread_random().set_state(1);
     c.call("PlayMacros");
     EXPECT_EQ(c.control.settings(), before);
-    return picture_of(c);
+    return c.picture();
 }
 
 /// Records what is done to a picture, and replays it on a copy: they must be the same to the bit.
@@ -93,7 +81,7 @@ template <class Work>
         thread_random().set_state(1);
         work(c);
         c.call("EndMacros");
-        expected = picture_of(c);
+        expected = c.picture();
         EXPECT_TRUE(c.is("SaveMacros", {Value::string("macro")}));
         file = c.files.files["macro"];
     }
@@ -109,7 +97,7 @@ TEST(Macros, replay_every_command_to_the_bit) {
             const Picture picture = random_picture(37, 23, seed);
             const std::vector<Value> values = test::random_arguments(*row, random);
             SCOPED_TRACE(test::describe(*row, values));
-            ASSERT_TRUE(replays(picture, [&](TestControl& c) { record(*row, c, values); }));
+            ASSERT_TRUE(replays(picture, [&](TestControl& c) { c.invoke(*row, values); }));
         }
     }
 }
@@ -127,7 +115,7 @@ TEST(Macros, replay_any_mixture) {
         ASSERT_TRUE(replays(picture, [&](TestControl& c) {
             for (int i = 0; i < 25; ++i) {
                 const Row& row = *rows[random.below(static_cast<std::uint32_t>(rows.size()))];
-                record(row, c, test::random_arguments(row, random));
+                c.invoke(row, test::random_arguments(row, random));
                 // What isn't recorded between the steps doesn't matter to them.
                 if (random.below(8) == 0) c.call("ZoomIn");
             }
@@ -137,54 +125,46 @@ TEST(Macros, replay_any_mixture) {
 
 TEST(Macros, start_with_all_settings) {
     TestControl c;
-    const auto word = [](std::uint32_t n) {
-        return Bytes{static_cast<std::uint8_t>(n), static_cast<std::uint8_t>(n >> 8),
-                     static_cast<std::uint8_t>(n >> 16), static_cast<std::uint8_t>(n >> 24)};
+    struct Setting {
+        std::int32_t code;
+        std::size_t bytes;
+        std::uint32_t value;
     };
-    // "Liberation Sans" is the third family of the test.
-    std::vector<Bytes> fields = {word(1),
-                                 word(0),
-                                 word(0xFF000000),
-                                 {255},
-                                 word(0),
-                                 word(2),
-                                 {0},
-                                 {0},
-                                 {0},
-                                 {0},
-                                 {16},
-                                 word(0),
-                                 word(0),
-                                 word(0),
-                                 word(0),
-                                 {255},
-                                 word(20),
-                                 word(5),
-                                 word(0),
-                                 word(5),
-                                 word(0),
-                                 {255},
-                                 {255},
-                                 word(0xFFFFFFFF),
-                                 {0},
-                                 word(0xFFFFFFFF),
-                                 word(0xFF000000)};
-    const auto joined = [&] {
-        Bytes all;
-        for (const Bytes& field : fields) all.insert(all.end(), field.begin(), field.end());
-        return all;
+    // In their order; "Liberation Sans" is the third family of the test.
+    Setting settings[] = {{171, 4, 1},  {172, 4, 0},          {173, 4, 0xFF000000}, {174, 1, 255},
+                          {211, 4, 0},  {175, 4, 2},          {176, 1, 0},          {177, 1, 0},
+                          {178, 1, 0},  {179, 1, 0},          {180, 1, 16},         {190, 4, 0},
+                          {191, 4, 0},  {192, 4, 0},          {193, 4, 0},          {195, 1, 255},
+                          {200, 4, 20}, {201, 4, 5},          {202, 4, 0},          {203, 4, 5},
+                          {204, 4, 0},  {205, 1, 255},        {206, 1, 255},        {207, 4, 0xFFFFFFFF},
+                          {208, 1, 0},  {209, 4, 0xFFFFFFFF}, {210, 4, 0xFF000000}};
+    Bytes texture;
+    const auto expect_settings = [&] {
+        Codes codes;
+        Bytes bytes;
+        for (const Setting& setting : settings) {
+            // The texture comes after the brush.
+            if (setting.code == 200 && !texture.empty()) {
+                codes.push_back(194);
+                append(bytes, texture);
+            }
+            codes.push_back(setting.code);
+            Bytes value = words({setting.value});
+            value.resize(setting.bytes);
+            append(bytes, value);
+        }
+        EXPECT_EQ(c.codes(), codes);
+        EXPECT_EQ(c.recorded_bytes(), bytes);
+        EXPECT_TRUE(c.is("SaveMacros", {Value::string("macro")}));
+        EXPECT_EQ(c.files.files["macro"], macro_file(codes, bytes));
     };
-    const auto arguments = [&] {
-        const ByteSpan all = c.control.macro().arguments();
-        return Bytes(all.begin(), all.end());
+    const auto becomes = [&](std::int32_t code, std::uint32_t value) {
+        for (Setting& setting : settings)
+            if (setting.code == code) setting.value = value;
     };
     c.call("BeginMacros");
     c.call("EndMacros");
-    EXPECT_EQ(codes(c), kSnapshot);
-    EXPECT_EQ(arguments(), joined());
-    EXPECT_EQ(joined().size(), kSnapshotBytes);
-    EXPECT_TRUE(c.is("SaveMacros", {Value::string("macro")}));
-    EXPECT_EQ(c.files.files["macro"], macro_file(kSnapshot, joined()));
+    expect_settings();
 
     c.call("PenColor", {test::color(0x123456)});
     c.call("PenTransparency", {integer(7)});
@@ -192,26 +172,22 @@ TEST(Macros, start_with_all_settings) {
     c.call("BrushColor2", {test::color(0xFF010203)});
     c.call("ImageMaskColor", {test::color(0x00040506)});
     c.call("FontStyleUnderline", {truth(true)});
-    fields[2] = word(0x07123456);
-    fields[3] = {7};
-    fields[8] = {1};
-    fields[15] = {8};
-    fields[23] = word(0xFF040506);
-    fields[25] = word(0x08FFFFFF);
-    fields[26] = word(0x08010203);
+    becomes(173, 0x07123456);
+    becomes(174, 7);
+    becomes(178, 1);
+    becomes(195, 8);
+    becomes(207, 0xFF040506);
+    becomes(209, 0x08FFFFFF);
+    becomes(210, 0x08010203);
     c.call("BeginMacros");
-    EXPECT_EQ(arguments(), joined());
+    expect_settings();
 
-    // Begun anew while it is recorded; the texture comes after the brush.
+    // Begun anew while it is recorded.
     c.files.files["texture"] = test::RawCodec::file_of(Picture(2, 1, {0x44332211, 0x88776655}));
     c.call("TextureFileName", {Value::string("texture")});
     c.call("BeginMacros");
-    Codes withTexture = kSnapshot;
-    withTexture.insert(withTexture.begin() + 16, 194);
-    fields.insert(fields.begin() + 16,
-                  Bytes{2, 0, 0, 0, 1, 0, 0, 0, 0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88});
-    EXPECT_EQ(codes(c), withTexture);
-    EXPECT_EQ(arguments(), joined());
+    texture = words({2, 1, 0x44332211, 0x88776655});
+    expect_settings();
 }
 
 TEST(Macros, replay_a_new_size_as_a_scale) {
@@ -220,7 +196,7 @@ TEST(Macros, replay_a_new_size_as_a_scale) {
     c.call("BeginMacros");
     c.call("SetNewSize", {integer(640), integer(480)});
     EXPECT_EQ(recorded(c), Codes{63});
-    EXPECT_EQ(recorded_bytes(c), (Bytes{0x80, 2, 0, 0, 0xE0, 1, 0, 0}));
+    EXPECT_EQ(c.recorded_bytes().size(), kSnapshotBytes + 8);
     EXPECT_EQ(c.number("ImageWidth"), 640);
     c.call("EndMacros");
 
@@ -241,7 +217,7 @@ TEST(Macros, replay_a_new_size_as_a_scale) {
     expected.load(picture);
     expected.call("ScaleImage", {real(0.5), real(0.5)});
     expected.call("Gamma", {real(1.5)});
-    EXPECT_TRUE(test::same_pixels(picture_of(expected), replay(c.files.files["macro"], picture)));
+    EXPECT_TRUE(test::same_pixels(expected.picture(), replay(c.files.files["macro"], picture)));
 }
 
 TEST(Macros, resize_by_a_step_that_nothing_records) {
@@ -249,10 +225,9 @@ TEST(Macros, resize_by_a_step_that_nothing_records) {
     c.load(random_picture(20, 10, 1));
     c.control.window_resized(100, 100);
     c.call("BitmapBackColor", {test::color(0x0000FF)});
-    play(c, {149, 12}, {30, 0, 0, 0, 15, 0, 0, 0});
-    EXPECT_EQ(c.number("ImageWidth"), 30);
-    EXPECT_EQ(c.number("ImageHeight"), 15);
-    EXPECT_EQ(c.picture().row(14)[29], 0xFF00FFFFu);
+    play(c, {149, 12}, words({30, 15}));
+    ASSERT_EQ(c.picture().pixels.size(), 30u * 15u);
+    EXPECT_EQ(c.picture().at(29, 14), 0xFF00FFFFu);
 }
 
 TEST(Macros, step_over_what_they_do_not_know) {
@@ -262,29 +237,29 @@ TEST(Macros, step_over_what_they_do_not_know) {
     TestControl expected;
     expected.load(picture);
     expected.call("Lightness", {integer(50), integer(60), integer(70)});
-    const Bytes lightness = {50, 0, 0, 0, 60, 0, 0, 0, 70, 0, 0, 0};
-    const auto expect_stepped_over = [&](const Codes& codes, Bytes arguments) {
+    Bytes kernel = words({16});
+    kernel.resize(4 + 64, 1);
+    std::vector<std::pair<Codes, Bytes>> steps = {
+        {{2, -1307, 151, 100000, INT32_MIN}, {}}, {{38}, kernel}, {{38}, words({0})}};
+    steps.push_back({{194}, words({0, 0xFFFFFFFF})});  // a picture without a side has no pixels
+    const std::vector<std::pair<std::int32_t, std::size_t>> sizes = {
+        {16, 8}, {19, 4}, {27, 12}, {34, 12}, {51, 12}, {56, 12}, {67, 4}, {148, 0}, {213, 21}};
+    for (const auto& [code, size] : sizes) steps.push_back({{code}, Bytes(size, 1)});
+    for (auto [codes, arguments] : steps) {
         SCOPED_TRACE(codes.front());
         TestControl c;
         c.load(picture);
-        arguments.insert(arguments.end(), lightness.begin(), lightness.end());
+        codes.push_back(8);
+        append(arguments, words({50, 60, 70}));
         play(c, codes, arguments);
         EXPECT_TRUE(test::same_pixels(expected.picture(), c.picture()));
-    };
-    expect_stepped_over({2, -1307, 151, 100000, INT32_MIN, 8}, {});
-    const std::vector<std::pair<std::int32_t, std::size_t>> sizes = {
-        {16, 8}, {19, 4}, {27, 12}, {34, 12}, {51, 12}, {56, 12}, {67, 4}, {148, 0}, {213, 21}};
-    for (const auto& [code, size] : sizes) expect_stepped_over({code, 8}, Bytes(size, 1));
-    Bytes kernel = {16, 0, 0, 0};
-    kernel.resize(4 + 64, 1);
-    expect_stepped_over({38, 8}, kernel);
-    expect_stepped_over({38, 8}, {0, 0, 0, 0});
-    // A picture without a side has no pixels.
-    expect_stepped_over({194, 8}, {0, 0, 0, 0, 255, 255, 255, 255});
+    }
 }
 
 TEST(Macros, know_the_size_of_every_step) {
-    const std::vector<std::pair<Codes, std::size_t>> fixed = {
+    // The stream says 3, then 2, wherever a step has a count.
+    const Bytes counted = words({3, 2, 3, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
+    const std::vector<std::pair<Codes, std::size_t>> sizes = {
         {{0, 4, 12, 17, 18, 20, 21, 54, 146, 148, 150, 151}, 0},
         {{174, 176, 177, 178, 179, 180, 195, 205, 206, 208}, 1},
         {{1,   5,   10,  11,  19,  22,  23,  24,  35,  36,  37,  47,  67,  142, 143, 145, 147, 171,
@@ -296,39 +271,27 @@ TEST(Macros, know_the_size_of_every_step) {
         {{61}, 20},
         {{213}, 21},
         {{159, 160}, 24},
+        {{38}, 4 + 4 * 3},
+        {{155, 156, 157, 158, 161, 166, 167, 168, 169}, 4 + 8 * 3},
+        {{194}, 8 + 4 * 3 * 2},
+        {{162}, 12 + 2 * 3},
+        {{163}, 16 + 4 * 3 * 2},
     };
-    std::size_t known = 0;
-    const Bytes zeros(64, 0);
-    const auto taken = [&](std::int32_t code, const Bytes& stream) {
-        const Row* row = find_step(code);
-        EXPECT_NE(row, nullptr) << code;
-        if (row == nullptr) return std::size_t{0};
-        ++known;
-        StepReader reader(stream);
-        StepArguments step;
-        EXPECT_TRUE(read_step(*row, reader, step)) << code;
-        EXPECT_EQ(step.values.size(), row->step_fields().size());
-        return reader.offset();
-    };
-    for (const auto& [list, size] : fixed)
-        for (const std::int32_t code : list) EXPECT_EQ(taken(code, zeros), size) << code;
-    Bytes counted(64, 0);
-    counted[0] = 3;
-    EXPECT_EQ(taken(38, counted), 4u + 4 * 3);
-    for (const std::int32_t code : {155, 156, 157, 158, 161, 166, 167, 168, 169})
-        EXPECT_EQ(taken(code, counted), 4u + 8 * 3) << code;
-    counted[4] = 2;
-    EXPECT_EQ(taken(194, counted), 8u + 4 * 3 * 2);
-    Bytes placed(64, 0);
-    placed[8] = 3;
-    EXPECT_EQ(taken(162, placed), 12u + 2 * 3);
-    placed[12] = 2;
-    EXPECT_EQ(taken(163, placed), 16u + 4 * 3 * 2);
-
-    std::size_t all = 0;
+    std::size_t known = 0, all = 0;
+    for (const auto& [codes, size] : sizes)
+        for (const std::int32_t code : codes) {
+            SCOPED_TRACE(code);
+            const Row* row = find_step(code);
+            ASSERT_NE(row, nullptr);
+            ++known;
+            StepReader reader(counted);
+            StepArguments step;
+            EXPECT_TRUE(read_step(*row, reader, step));
+            EXPECT_EQ(step.values.size(), row->step_fields().size());
+            EXPECT_EQ(reader.offset(), size);
+        }
     for (const auto rows : {member_table(), step_table()})
-        for (const Row& row : rows)
-            if (row.macroCode >= 0 && row.plays) ++all;
+        for (const Row& row : rows) all += row.macroCode >= 0 && row.plays;
     EXPECT_EQ(known, all);
 }
 
@@ -345,7 +308,7 @@ TEST(Macros, stop_where_the_arguments_end) {
     }
     // Counts that the stream can't hold: text, points, numbers, pixels, and sizes whose product overflows.
     for (const auto& [code, before] :
-         std::vector<std::pair<std::int32_t, std::size_t>>{{162, 8}, {155, 0}, {38, 0}, {163, 8}, {194, 0}}) {
+         {std::pair<std::int32_t, std::size_t>{162, 8}, {155, 0}, {38, 0}, {163, 8}, {194, 0}}) {
         TestControl c;
         c.load(picture);
         Bytes arguments(before, 0);
@@ -367,25 +330,21 @@ TEST(Macros, leave_the_settings_as_they_were) {
     Bytes arguments;
     for (const Row& row : setting_table()) {
         if (!row.stepFields.empty()) continue;
+        const Field field = row.arguments[0].field;
         list.push_back(row.macroCode);
-        arguments.resize(
-            arguments.size() +
-                (row.arguments[0].field == Field::Byte || row.arguments[0].field == Field::Flag ? 1 : 4),
-            0x7F);
+        arguments.resize(arguments.size() + (field == Field::Byte || field == Field::Flag ? 1 : 4), 0x7F);
     }
     list.push_back(194);
-    arguments.insert(arguments.end(), {1, 0, 0, 0, 1, 0, 0, 0, 9, 9, 9, 9});
+    append(arguments, words({1, 1, 0x09090909}));
     list.push_back(1);
     play(c, list, arguments);
     EXPECT_EQ(c.control.settings(), before);
 
     // What never was in its range gives way to what the macro has set.
-    c.control.settings().toolBrushSize = 12;
-    c.control.settings().toolBrushStyle = -1;
-    c.control.settings().eraserSize = 0;
-    c.control.settings().stamp.style = 7;
-    c.control.settings().sprayRadius = 99;
-    play(c, {201, 202, 200}, {4, 0, 0, 0, 3, 0, 0, 0, 9, 0, 0, 0});
+    DrawSettings& settings = c.control.settings();
+    settings.toolBrushSize = 12, settings.toolBrushStyle = -1, settings.eraserSize = 0;
+    settings.stamp.style = 7, settings.sprayRadius = 99;
+    play(c, {201, 202, 200}, words({4, 3, 9}));
     EXPECT_EQ(c.number("ToolBrushSize"), 4);
     EXPECT_EQ(c.number("ToolBrushStyle"), 3);
     EXPECT_EQ(c.number("EraserSize"), 0);
@@ -409,17 +368,17 @@ TEST(Macros, play_without_being_recorded_and_show_the_result_once) {
     c.call("Invert");
     c.call("Mosaic", {integer(0), integer(1)});
     c.window.frames = 0;
-    const Codes before = codes(c);
+    const Codes before = c.codes();
     c.call("PlayMacros");
-    EXPECT_EQ(codes(c), before);
+    EXPECT_EQ(c.codes(), before);
     EXPECT_TRUE(c.is("Recording"));
     EXPECT_EQ(c.window.frames, 1);
-    const Picture once = picture_of(c);
+    const Picture once = c.picture();
     c.call("Undo");
     c.call("Undo");
     c.call("BeginUpdate");
     c.call("PlayMacros");
-    EXPECT_TRUE(test::same_pixels(once, picture_of(c)));
+    EXPECT_TRUE(test::same_pixels(once, c.picture()));
     c.window.frames = 0;
     c.call("PlayMacros");
     EXPECT_EQ(c.window.frames, 0);
@@ -430,7 +389,7 @@ TEST(Macros, survive_all_but_a_new_one) {
     EXPECT_FALSE(c.is("SaveMacros", {Value::string("macro")}));
     EXPECT_TRUE(c.files.files.empty());
     c.call("Invert");
-    EXPECT_TRUE(codes(c).empty());
+    EXPECT_TRUE(c.codes().empty());
     c.call("BeginMacros");
     c.call("Invert");
     c.load(random_picture(8, 8, 1));
@@ -451,7 +410,7 @@ TEST(Macros, survive_all_but_a_new_one) {
         for (const char* path : {"none", "short"}) {
             EXPECT_TRUE(c.is("LoadMacros", {Value::string("macro")}));
             EXPECT_FALSE(c.is("LoadMacros", {Value::string(path)}));
-            EXPECT_TRUE(codes(c).empty());
+            EXPECT_TRUE(c.codes().empty());
             EXPECT_EQ(c.is("Recording"), isRecording);
         }
         EXPECT_FALSE(c.is("SaveMacros", {Value::string("new")}));
@@ -462,12 +421,11 @@ TEST(Macros, survive_all_but_a_new_one) {
 TEST(Macros, go_on_over_loaded_arguments) {
     TestControl c;
     c.call("BeginMacros");
-    c.files.files["macro"] = macro_file({8}, {1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3});
+    c.files.files["macro"] = macro_file({8}, words({1, 2, 3}));
     ASSERT_TRUE(c.is("LoadMacros", {Value::string("macro")}));
-    c.call("Saturate", {integer(0x05060708)});
-    EXPECT_EQ(codes(c), (Codes{8, 1}));
-    const ByteSpan arguments = c.control.macro().arguments();
-    EXPECT_EQ(Bytes(arguments.begin(), arguments.end()), (Bytes{8, 7, 6, 5, 2, 2, 2, 2, 3, 3, 3, 3}));
+    c.call("Saturate", {integer(4)});
+    EXPECT_EQ(c.codes(), (Codes{8, 1}));
+    EXPECT_EQ(c.recorded_bytes(), words({4, 2, 3}));
 }
 
 TEST(StepListing, tells_where_each_step_lies_and_which_do_not_run) {
@@ -491,17 +449,14 @@ TEST(StepListing, tells_where_each_step_lies_and_which_do_not_run) {
         const ListedStep step = listing.steps(script)[i];
         StepArguments arguments;
         listing.read(script, step, arguments);
-        EXPECT_EQ(step.row == nullptr, expected[i].name == nullptr);
-        if (step.row != nullptr) {
-            EXPECT_STREQ(step.row->name, expected[i].name);
-        }
+        EXPECT_STREQ(step.row != nullptr ? step.row->name : nullptr, expected[i].name);
         EXPECT_EQ(step.offset, expected[i].offset);
         EXPECT_EQ(step.size, expected[i].size);
         EXPECT_EQ(step.isComplete, expected[i].isComplete);
         EXPECT_EQ(arguments.values.size(), expected[i].arguments);
     }
     c.call("BeginMacros");
-    EXPECT_EQ(listing.steps(script).size(), kSnapshot.size());
+    EXPECT_EQ(listing.steps(script).size(), kSnapshotSteps);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "control/cpixvane.h"
 #include "control/member_table.h"
@@ -30,7 +31,8 @@ public:
         const Row* row = find_member(member);
         EXPECT_NE(row, nullptr) << member;
         if (row == nullptr) return result;
-        EXPECT_EQ(invoke(*row, control, {arguments.begin(), arguments.size()}, result), Status::Ok) << member;
+        EXPECT_EQ(pixvane::invoke(*row, control, {arguments.begin(), arguments.size()}, result), Status::Ok)
+            << member;
         return result;
     }
     std::int32_t number(std::string_view member, std::initializer_list<Value> arguments = {}) {
@@ -41,11 +43,26 @@ public:
         EXPECT_EQ(result.value.kind, Kind::Bool) << member;
         return result.value.i == -1;
     }
+    /// Calls a row; every argument must fit.
+    void invoke(const Row& row, const std::vector<Value>& arguments) {
+        Result result;
+        ASSERT_EQ(pixvane::invoke(row, control, arguments, result), Status::Ok) << row.name;
+    }
+    std::string text(std::string_view member, std::initializer_list<Value> arguments = {}) {
+        const Result result = call(member, arguments);
+        return {static_cast<const char*>(result.value.data), result.value.size};
+    }
     void load(const Picture& picture) {
         ASSERT_TRUE(is("LoadFromImageArray", {bytes(picture.pixels.data(), picture.view().bytes()),
                                               integer(picture.width), integer(picture.height)}));
     }
-    ConstPixelBuffer picture() { return control.store().current(); }
+    Picture picture() { return Picture(control.store().current()); }
+    std::vector<std::int32_t> codes() {
+        return {control.macro().codes().begin(), control.macro().codes().end()};
+    }
+    std::vector<std::uint8_t> recorded_bytes() {
+        return {control.macro().arguments().begin(), control.macro().arguments().end()};
+    }
 
     RawCodec codec;
     MemoryFiles files;

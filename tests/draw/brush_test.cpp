@@ -46,12 +46,11 @@ TEST(Brush, hatches_have_their_density_and_are_anchored_at_the_origin) {
         EXPECT_LT(density(style), 1) << style;
         BrushSettings brush = brush_of(2);
         brush.hatchStyle = style;
-        const Picture picture = filled(brush, {3, 2, 29, 20}, 40, 30);
-        for (std::int32_t y = 2; y < 22; ++y)
-            for (std::int32_t x = 3; x < 32; ++x) {
-                const bool isLine = ((hatch_pattern(style) >> (y % 8 * 8 + x % 8)) & 1) != 0;
-                ASSERT_EQ(picture.at(x, y), isLine ? kSecond : kFirst) << style;
-            }
+        const Picture expected = picture_of(40, 30, [&](std::int32_t x, std::int32_t y) {
+            const bool isLine = ((hatch_pattern(style) >> (y % 8 * 8 + x % 8)) & 1) != 0;
+            return x < 3 || y < 2 || x >= 32 || y >= 22 ? 0 : isLine ? kSecond : kFirst;
+        });
+        ASSERT_TRUE(same_pixels(expected, filled(brush, {3, 2, 29, 20}, 40, 30))) << style;
     }
     // The order: level, upright, down to the right, up to the right, both, both.
     const auto has = [](std::int32_t style, int x, int y) {
@@ -68,15 +67,13 @@ TEST(Brush, gradients_span_the_shape_and_are_blended) {
         BrushSettings brush = brush_of(1);
         brush.gradientStyle = mode;
         const PixelRect area{-4, 3, 30, 17};
-        const Picture picture = filled(brush, area, 20, 24, 0x7F00FF00);
         const LinearGradient gradient{kFirst, kSecond, GradientMode{mode}, area.width, area.height};
-        for (std::int32_t y = 3; y < 20; ++y)
-            for (std::int32_t x = 0; x < 20; ++x) {
-                Pixel expected;
-                plain::gradient_row(gradient, x + 4, y - 3, &expected, 1);
-                ASSERT_EQ(picture.at(x, y), source_over(0x7F00FF00, expected)) << mode;
-            }
-        EXPECT_EQ(picture.at(5, 2), 0x7F00FF00u);
+        const Picture expected = picture_of(20, 24, [&](std::int32_t x, std::int32_t y) {
+            Pixel over = 0;
+            if (y >= 3 && y < 20) plain::gradient_row(gradient, x + 4, y - 3, &over, 1);
+            return source_over(0x7F00FF00, over);
+        });
+        ASSERT_TRUE(same_pixels(expected, filled(brush, area, 20, 24, 0x7F00FF00))) << mode;
         // One wider than any picture: the same formula, seen through a window.
         brush.color2 = 0xFF102030;
         const double wide = 3e6, high = 1e6;
@@ -105,16 +102,14 @@ TEST(Brush, textures_are_tiled_flipped_and_faded) {
             brush.textureStyle = wrap;
             brush.texture = texture;
             brush.color1 = alpha << 24;
-            const Picture picture = filled(brush, {2, 1, 18, 12}, 20, 13);
-            for (std::int32_t y = 1; y < 13; ++y)
-                for (std::int32_t x = 2; x < 20; ++x) {
-                    const bool flipX = (wrap & 1) != 0 && x / 3 % 2 == 1;
-                    const bool flipY = (wrap & 2) != 0 && y / 2 % 2 == 1;
-                    const Pixel from = pixels[(flipY ? 1 - y % 2 : y % 2) * 3 + (flipX ? 2 - x % 3 : x % 3)];
-                    const auto a = static_cast<std::uint32_t>(
-                        std::lround(alpha_of(from) * static_cast<double>(alpha) / 255));
-                    ASSERT_EQ(picture.at(x, y), (from & 0xFFFFFF) | a << 24) << wrap;
-                }
+            const Picture expected = picture_of(20, 13, [&](std::int32_t x, std::int32_t y) {
+                const bool flipX = (wrap & 1) != 0 && x / 3 % 2 == 1;
+                const bool flipY = (wrap & 2) != 0 && y / 2 % 2 == 1;
+                const Pixel from = pixels[(flipY ? 1 - y % 2 : y % 2) * 3 + (flipX ? 2 - x % 3 : x % 3)];
+                const auto a = static_cast<std::uint32_t>(std::lround(alpha_of(from) * alpha / 255.0));
+                return x < 2 || y < 1 ? 0 : (from & 0xFFFFFF) | a << 24;
+            });
+            ASSERT_TRUE(same_pixels(expected, filled(brush, {2, 1, 18, 12}, 20, 13))) << wrap;
         }
 }
 

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "core/scaled_picture.h"
@@ -45,8 +44,7 @@ TEST(RotatedPicture, is_what_doubles_make_of_it) {
         return low + (high - low) * random.below(1001) / 1000;
     };
     for (std::uint64_t seed = 0; seed < 80; ++seed) {
-        const auto width = static_cast<std::int32_t>(1 + random.below(90));
-        const auto height = static_cast<std::int32_t>(1 + random.below(70));
+        const std::int32_t width = random.between(1, 90), height = random.between(1, 70);
         Picture source =
             seed % 2 == 0 ? random_picture(width, height, seed) : random_opaque_picture(width, height, seed);
         const double scale = between(0.5, 3),
@@ -55,18 +53,16 @@ TEST(RotatedPicture, is_what_doubles_make_of_it) {
         Picture drawn(101, 67, kGround);
         draw_rotated(drawn.view(), std::as_const(source).view(), center, scale, degrees, scratch);
         const double angle = degrees * std::numbers::pi / 180;
-        for (std::int32_t y = 0; y < drawn.height; ++y) {
-            for (std::int32_t x = 0; x < drawn.width; ++x) {
-                const double dx = (x + 0.5 - center.x) / scale, dy = (y + 0.5 - center.y) / scale;
-                const Sample made =
-                    sample(source.view(), dx * std::cos(angle) + dy * std::sin(angle) + width / 2.0 - 0.5,
-                           dy * std::cos(angle) - dx * std::sin(angle) + height / 2.0 - 0.5);
-                for (int c = 0; c < 3; ++c) {
-                    const double expected = made.channels[c] + (1 - made.alpha) * (kGround >> (8 * c) & 0xFF);
-                    // A place is rounded to 1/256 of a pixel on both axes, and the result once or twice.
-                    ASSERT_NEAR(drawn.at(x, y) >> (8 * c) & 0xFF, expected, 2.5)
-                        << "seed " << seed << " at " << x << ", " << y << " by " << degrees;
-                }
+        for (const PixelPoint p : places(drawn.width, drawn.height)) {
+            const double dx = (p.x + 0.5 - center.x) / scale, dy = (p.y + 0.5 - center.y) / scale;
+            const Sample made =
+                sample(source.view(), dx * std::cos(angle) + dy * std::sin(angle) + width / 2.0 - 0.5,
+                       dy * std::cos(angle) - dx * std::sin(angle) + height / 2.0 - 0.5);
+            for (int c = 0; c < 3; ++c) {
+                const double expected = made.channels[c] + (1 - made.alpha) * (kGround >> (8 * c) & 0xFF);
+                // A place is rounded to 1/256 of a pixel on both axes, and the result once or twice.
+                ASSERT_NEAR(drawn.at(p.x, p.y) >> (8 * c) & 0xFF, expected, 2.5)
+                    << "seed " << seed << " at " << p.x << ", " << p.y << " by " << degrees;
             }
         }
     }
@@ -78,13 +74,10 @@ TEST(RotatedPicture, is_exact_by_right_angles_and_averaged_when_small) {
     for (int quarter = 0; quarter < 4; ++quarter) {
         Picture drawn(40, 40), expected(40, 40);
         draw_rotated(drawn.view(), source.view(), {20, 20}, 1, 90 * quarter, scratch);
-        for (std::int32_t y = 0; y < 24; ++y) {
-            for (std::int32_t x = 0; x < 40; ++x) {
-                const std::int32_t px = x, py = y + 8;
-                const std::int32_t tx[] = {px, 39 - py, 39 - px, py}, ty[] = {py, px, 39 - py, 39 - px};
-                const Pixel p = source.at(x, y);
-                expected.view().row(ty[quarter])[tx[quarter]] = alpha_of(p) == 0 ? 0 : p;
-            }
+        for (const auto& [x, y] : places(40, 24)) {
+            const PixelPoint turned[] = {{x, y + 8}, {31 - y, x}, {39 - x, 31 - y}, {y + 8, 39 - x}};
+            const Pixel p = source.at(x, y);
+            expected.at(turned[quarter].x, turned[quarter].y) = alpha_of(p) == 0 ? 0 : p;
         }
         EXPECT_TRUE(same_pixels(expected, drawn)) << quarter;
     }
@@ -98,17 +91,14 @@ TEST(RotatedPicture, is_exact_by_right_angles_and_averaged_when_small) {
 TEST(RotatedPicture, survives_every_number) {
     const Picture source = random_picture(5, 4, 5);
     RotationScratch scratch;
-    const double numbers[] = {0, -1, 1e-300, 1e300, std::numeric_limits<double>::infinity(), std::nan(""),
-                              45};
-    for (const double scale : numbers) {
-        for (const double degrees : numbers) {
+    const double numbers[] = {0, -1, 1e-300, 1e300, HUGE_VAL, NAN, 45};
+    for (const double scale : numbers)
+        for (const double degrees : numbers)
             for (const double x : numbers) {
                 Picture target(9, 9);
                 draw_rotated(target.view(), source.view(), {x, 4}, scale, degrees, scratch);
                 draw_rotated(target.view(), {}, {x, 4}, scale, degrees, scratch);
             }
-        }
-    }
 }
 
 }  // namespace

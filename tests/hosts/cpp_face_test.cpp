@@ -28,18 +28,11 @@ TEST(CppFace, ResultsHaveTheirTypes) {
     EXPECT_EQ(control.GetPixel(1, 0), pixvane::rgb(7, 6, 5));
     EXPECT_EQ(control.GetRHistogram().size(), 256u);
     EXPECT_EQ(control.GetRHistogram()[15], 1);
-    const std::optional<std::vector<std::uint8_t>> picture = control.Picture();
-    ASSERT_TRUE(picture && picture->size() > 2);
-    EXPECT_EQ((*picture)[0], 'B');
-
+    EXPECT_EQ(control.Picture().value()[0], 'B');
     control.put_JpegQuality(1000);
     EXPECT_EQ(control.JpegQuality(), 100);
     control.put_BackColor1(pixvane::rgb(0x56, 0x34, 0x12));
     EXPECT_EQ(control.BackColor1(), 0x123456u);
-    control.resize(508, 300);
-    control.NewImage(1000, 500);
-    control.ZoomToFit();
-    EXPECT_EQ(control.Zoom(), 0.5);
 }
 
 TEST(CppFace, ViewsTakeWhatHasDataAndSize) {
@@ -59,8 +52,7 @@ TEST(CppFace, ViewsTakeWhatHasDataAndSize) {
 TEST(CppFace, HandlersHearAndEnd) {
     IPixvane control;
     std::vector<std::string> heard;
-    const std::int32_t first =
-        control.on_OnDropFile([&](std::string_view name) { heard.emplace_back(name); });
+    const auto first = control.on_OnDropFile([&](std::string_view name) { heard.emplace_back(name); });
     std::int32_t second = 0;
     // It ends itself while it runs; what it holds must live on until it is through.
     second = control.on("OnDropFile", [&, text = std::string(64, 'x')](const pixvane_value*, std::size_t) {
@@ -68,12 +60,10 @@ TEST(CppFace, HandlersHearAndEnd) {
         heard.push_back(text);
     });
     control.drop({"/a/b", "/c"});
-    EXPECT_EQ(heard, (std::vector<std::string>{"/a/b", std::string(64, 'x')}));
     control.drop({"/d"});
-    EXPECT_EQ(heard.size(), 3u);
     control.off(first);
     control.drop({"/e"});
-    EXPECT_EQ(heard.size(), 3u);
+    EXPECT_EQ(heard, (std::vector<std::string>{"/a/b", std::string(64, 'x'), "/d"}));
 }
 
 TEST(CppFace, TheCallThrowsWhatTheFirstHandlerThrew) {
@@ -141,48 +131,42 @@ TEST(CppFace, AMovedControlKeepsItsPictureAndHandlers) {
 TEST(CppFace, APreviewTakesTheArgumentsOfItsCommand) {
     IPixvane control, direct;
     const std::vector<std::int32_t> kernel = {0, 1, 0, 1, 4, 1, 0, 1, 0};
-    for (IPixvane* c : {&control, &direct}) {
-        c->put_BitmapBackColor(pixvane::rgb(10, 20, 30));
-        c->NewImage(8, 8);
-        c->AddGradientBorder(3, 0x123456, 0xFEDCBA, 2);
-    }
+    for (IPixvane* c : {&control, &direct}) c->NewImage(8, 8);
     const auto preview_and_apply = [&](const char* name, const auto&... values) {
         control.BeginPreview();
         control.Preview(name, values...);
         control.EndPreview(true);
     };
+    preview_and_apply("AddGradientBorder", 3, 0x123456u, 0xFEDCBAu, 2);
+    direct.AddGradientBorder(3, 0x123456, 0xFEDCBA, 2);
     preview_and_apply("UserEffect", kernel);
     direct.UserEffect(kernel);
     preview_and_apply("Gamma", 0.7);
     direct.Gamma(0.7);
-    preview_and_apply("AddSimpleBorder", 2, pixvane::rgb(1, 2, 3));
-    direct.AddSimpleBorder(2, pixvane::rgb(1, 2, 3));
     preview_and_apply("Invert");
     direct.Invert();
     EXPECT_EQ(control.GetImageArray(), direct.GetImageArray());
     EXPECT_THROW(control.Preview("NoCommand"), pixvane::Error);
     EXPECT_THROW(control.Preview("Gamma", "text"), pixvane::Error);
-    EXPECT_EQ(pixvane::cursor_image(208).hotX + 11, 16);
-    EXPECT_THROW(pixvane::cursor_image(1), pixvane::Error);
 }
 
 TEST(CppFace, WindowAndHost) {
-    int frames = 0;
     pixvane_host host{};
     host.struct_size = sizeof host;
-    host.user = &frames;
     IPixvane control(&host);
     control.resize(64, 48);
     control.NewImage(16, 16);
     control.zoom_at(1, 10, 10);
     EXPECT_DOUBLE_EQ(control.Zoom(), 1.1);
     control.wheel(-1, 10, 10);
-    control.pan(1, 1);
-    control.mouse_move(3, 3, PIXVANE_HELD_LEFT);
+    EXPECT_DOUBLE_EQ(control.Zoom(), 1.0);
     EXPECT_THROW(control.mouse_down(9, 0, 0), pixvane::Error);
     const pixvane::Frame frame = control.frame();
-    EXPECT_EQ(frame.pixels.size(), static_cast<std::size_t>(frame.width * frame.height * 4));
+    EXPECT_EQ(frame.width, 64);
+    EXPECT_EQ(frame.pixels.size(), 64u * 48u * 4u);
     EXPECT_TRUE(control.timers().empty());
+    EXPECT_EQ(pixvane::cursor_image(208).hotX + 11, 16);
+    EXPECT_THROW(pixvane::cursor_image(1), pixvane::Error);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 """What the tests of the hosts share: pictures, files, a control that is empty again after each test."""
 # SPDX-License-Identifier: MIT
 import os
+import random
 import shutil
 import tempfile
 import unittest
@@ -12,11 +13,7 @@ BMP, JPEG, GIF, TIFF, PNG = range(5)
 
 def pixels(width, height, seed=1):
     """Bytes B, G, R, A without any order, alpha included."""
-    data, state = bytearray(), seed
-    for _ in range(width * height * 4):
-        state = (state * 1103515245 + 12345) & 0x7FFFFFFF
-        data.append(state >> 16 & 0xFF)
-    return bytes(data)
+    return random.Random(seed).randbytes(width * height * 4)
 
 
 def opaque(data):

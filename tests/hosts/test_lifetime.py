@@ -19,40 +19,42 @@ class End(ControlTest):
         gc.collect()
         gc.disable()
         self.addCleanup(gc.enable)
+        self.before = pixvane.bitmap_bytes()
+
+    def made(self, handler):
+        control = pixvane.Pixvane()
+        control.on("OnDropFile", handler)
+        control.NewImage(300, 200)
+        self.assertGreaterEqual(pixvane.bitmap_bytes() - self.before, 300 * 200 * 4)
+        return control, weakref.ref(control)
+
+    def assert_gone(self, reference):
+        self.assertIsNone(reference())
+        self.assertEqual(pixvane.bitmap_bytes(), self.before)
 
     def test_a_dropped_control_frees_its_bitmaps_at_once(self):
-        before = pixvane.bitmap_bytes()
-        control = pixvane.Pixvane()
-        control.on("OnDropFile", print)
-        control.NewImage(300, 200)
-        self.assertGreaterEqual(pixvane.bitmap_bytes() - before, 300 * 200 * 4)
-        gone = weakref.ref(control)
+        control, reference = self.made(print)
         del control
-        self.assertIsNone(gone())
-        self.assertEqual(pixvane.bitmap_bytes(), before)
+        self.assert_gone(reference)
 
     def test_a_handler_that_knows_its_control_keeps_it_only_until_collected(self):
-        control = pixvane.Pixvane()
+        control, reference = self.made(print)
         control.on("OnDropFile", lambda name, control=control: control.Invert())
-        gone = weakref.ref(control)
         del control
         gc.collect()
-        self.assertIsNone(gone())
+        self.assert_gone(reference)
 
     def test_a_raised_handler_leaves_no_cycle(self):
-        control = pixvane.Pixvane()
-
         def fail(name):
             raise ValueError
 
-        control.on("OnDropFile", fail)
+        control, reference = self.made(fail)
         try:
             control.window.drop(["a"])
         except ValueError:
             pass
-        gone = weakref.ref(control)
         del control
-        self.assertIsNone(gone())
+        self.assert_gone(reference)
 
     def test_the_window_keeps_its_control(self):
         window = pixvane.Pixvane().window
@@ -73,11 +75,9 @@ class End(ControlTest):
         control.close()
         self.assertIn("closed", repr(control))
 
-    def test_no_copies(self):
+    def test_what_a_control_is_not(self):
         for attempt in (copy.copy, copy.deepcopy, pickle.dumps):
             self.assertRaises(TypeError, attempt, self.p)
-
-    def test_nothing_is_left_on_an_instance(self):
         self.assertFalse(hasattr(self.p, "__dict__"))
         self.assertRaises(TypeError, pixvane.Pixvane, 5)
 
@@ -92,32 +92,35 @@ class End(ControlTest):
         self.assertEqual((done.returncode, done.stderr), (0, b""))
 
 
-class Threads(ControlTest):
-    def run_in_thread(self, work):
-        """What `work` returns or raises in a thread of its own."""
-        outcome = []
+def in_threads(*works):
+    """What each of these returns or raises in a thread of its own."""
+    outcomes = [None] * len(works)
 
-        def run():
-            try:
-                outcome.append(work())
-            except Exception as failure:
-                outcome.append(failure)
+    def run(index):
+        try:
+            outcomes[index] = works[index]()
+        except Exception as failure:
+            outcomes[index] = failure
 
-        thread = threading.Thread(target=run)
+    threads = [threading.Thread(target=run, args=(index,)) for index in range(len(works))]
+    for thread in threads:
         thread.start()
+    for thread in threads:
         thread.join()
-        return outcome[0]
+    return outcomes
 
+
+class Threads(ControlTest):
     def test_a_second_thread_is_refused_while_one_is_inside(self):
         refused = []
-        self.p.on("OnDropFile", lambda name: refused.append(self.run_in_thread(lambda: self.p.Zoom)))
+        self.p.on("OnDropFile", lambda name: refused.extend(in_threads(lambda: self.p.Zoom)))
         self.p.window.drop(["a"])
         self.assertIsInstance(refused[0], pixvane.PixvaneError)
-        self.assertEqual(self.run_in_thread(lambda: self.p.ImageWidth), 0)
+        self.assertEqual(in_threads(lambda: self.p.ImageWidth), [0])
 
     def test_what_a_handler_raises_stays_on_its_thread(self):
         def fail(name):
-            self.assertIs(self.run_in_thread(lambda: pixvane.Pixvane().IsEmpty), True)
+            self.assertEqual(in_threads(lambda: pixvane.Pixvane().IsEmpty), [True])
             raise KeyError
 
         self.p.on("OnDropFile", fail)
@@ -127,34 +130,23 @@ class Threads(ControlTest):
         before = pixvane.bitmap_bytes()
         held = [pixvane.Pixvane()]
         held[0].NewImage(100, 100)
-        self.run_in_thread(held.clear)
+        in_threads(held.clear)
         self.assertEqual(pixvane.bitmap_bytes(), before)
 
     def test_controls_work_side_by_side(self):
         def work(seed):
             control = pixvane.Pixvane()
             results = []
-            for round in range(20):
+            for _ in range(20):
                 control.LoadFromImageArray(pixels(40, 30, seed), 40, 30)
                 control.Autolevels()
-                control.Saturate(150)
                 control.RotateFlip(1)
                 control.Undo()
                 results.append(control.GetImageArray())
             return results
 
-        expected = [work(seed) for seed in (1, 2, 3)]
-        outcomes = [None] * 3
-
-        def run(index):
-            outcomes[index] = work(index + 1)
-
-        threads = [threading.Thread(target=run, args=(i,)) for i in range(3)]
-        for thread in threads:
-            thread.start()
-        for thread in threads:
-            thread.join()
-        self.assertEqual(outcomes, expected)
+        works = [lambda seed=seed: work(seed) for seed in (1, 2, 3)]
+        self.assertEqual(in_threads(*works), [one() for one in works])
 
 
 if __name__ == "__main__":

@@ -2,7 +2,6 @@
 # SPDX-License-Identifier: MIT
 import inspect
 import math
-import pydoc
 import unittest
 
 import pixvane
@@ -36,124 +35,81 @@ class Table(ControlTest):
                 self.assertEqual(names[1:], [a.name for a in member.arguments])
                 for argument in member.arguments:
                     self.assertIn(argument.name, attribute.__doc__)
-
-    def test_help_shows_accepted_ranges(self):
-        text = pydoc.render_doc(pixvane.Pixvane.Temperature, renderer=pydoc.plaintext)
-        self.assertIn("Temperature(self, nVal, /)", text)
-        self.assertIn("-100 to 100", text)
+        self.assertIn("-100 to 100", pixvane.Pixvane.Temperature.__doc__)
         self.assertIn("at least 0.02", pixvane.Pixvane.Gamma.__doc__)
 
 
-class Properties(ControlTest):
-    def test_kinds_of_what_is_read(self):
-        self.p.NewImage(6, 5)
-        self.assertIs(self.p.IsEmpty, False)
-        self.assertIs(self.p.Modified, False)
-        self.assertIs(type(self.p.Zoom), float)
-        self.assertEqual((self.p.ImageWidth, self.p.ImageHeight), (6, 5))
-        self.assertEqual(self.p.BackColor1, 0x8B0000)
-
-    def test_put(self):
-        self.p.JpegQuality = 150
-        self.assertEqual(self.p.JpegQuality, 100)
-        self.p.JpegQuality = Index(-5)
-        self.assertEqual(self.p.JpegQuality, 0)
-        for truth in (True, False, 5, 0):
-            self.p.AutoResize = truth
-            self.assertIs(self.p.AutoResize, bool(truth))
-
-    def test_colors_have_thirty_two_bits(self):
-        for put, got in ((0x123456, 0x123456), (0xFF123456, 0x123456), (0xFFFFFFFF, 0xFFFFFF), (0, 0)):
-            self.p.BitmapBackColor = put
-            self.assertEqual(self.p.BitmapBackColor, got)
-        for wrong in (1 << 32, -(1 << 31) - 1):
-            with self.assertRaises(OverflowError):
-                self.p.BitmapBackColor = wrong
-        self.assertEqual(self.p.BitmapBackColor, 0)
-
-    def test_what_can_not_be_put(self):
-        for name in ("Zoom", "IsEmpty", "ImageWidth", "window", "NoSuchMember", "jpegquality"):
-            with self.assertRaises(AttributeError, msg=name):
-                setattr(self.p, name, 1)
-        with self.assertRaises(AttributeError):
-            self.p.NoSuchMember
-        with self.assertRaises(AttributeError):
-            self.p.NoSuchMember()
-        with self.assertRaises(AttributeError):
-            del self.p.JpegQuality
-
-    def test_wrong_types(self):
-        for name, wrong in (
-            ("JpegQuality", (1.0, True, "1", None, b"1", [1])),
-            ("BackColor1", (1.0, True, "red", None)),
-            ("AutoResize", (1.0, "yes", None, [])),
-            ("Picture", ("BM", 1, [1, 2])),
-        ):
-            for value in wrong:
-                with self.assertRaises(TypeError, msg="%s = %r" % (name, value)):
-                    setattr(self.p, name, value)
-        self.assertEqual(self.p.JpegQuality, 90)
-
-
-class Methods(ControlTest):
+class Values(ControlTest):
     def setUp(self):
         super().setUp()
         self.p.BitmapBackColor = 0x302010
         self.p.NewImage(8, 4)
 
-    def test_numbers_of_arguments(self):
-        for call in (
-            lambda: self.p.Saturate(),
-            lambda: self.p.Saturate(1, 2),
-            lambda: self.p.Saturate(nValue=1),
-            lambda: self.p.Invert(1),
-            lambda: self.p.NewImage(8),
+    def test_what_is_put_and_read(self):
+        self.assertIs(self.p.IsEmpty, False)
+        self.assertIs(type(self.p.Zoom), float)
+        for name, put, got in (
+            ("JpegQuality", 150, 100),
+            ("JpegQuality", Index(-5), 0),
+            ("AutoResize", True, True),
+            ("AutoResize", 0, False),
+            ("AutoResize", 5, True),
+            ("BitmapBackColor", 0xFF123456, 0x123456),
+            ("BitmapBackColor", 0xFFFFFFFF, 0xFFFFFF),
         ):
-            self.assertRaises(TypeError, call)
-        self.assertRaisesRegex(TypeError, r"Saturate.*1 argument\b.*not 2", self.p.Saturate, 1, 2)
-        self.assertFalse(self.p.Modified)
+            setattr(self.p, name, put)
+            self.assertEqual((getattr(self.p, name), type(getattr(self.p, name))), (got, type(got)))
 
-    def test_integers(self):
-        for wrong in (1.0, 1.5, True, False, "1", None, b"1", [1], 1j):
-            self.assertRaises(TypeError, self.p.Saturate, wrong)
-        for wrong in (1 << 31, -(1 << 31) - 1, 1 << 63, 10**100):
-            self.assertRaises(OverflowError, self.p.Saturate, wrong)
-        self.assertFalse(self.p.Modified)
-        self.p.Brightness((1 << 31) - 1, -(1 << 31), Index(-0x30))
-        self.assertEqual(self.p.GetPixel(0, 0), 0x0000FF)
+    def test_what_there_is_not(self):
+        for name in ("Zoom", "IsEmpty", "window", "NoSuchMember", "jpegquality"):
+            self.assertRaises(AttributeError, setattr, self.p, name, 1)
+        self.assertRaises(AttributeError, getattr, self.p, "NoSuchMember")
+        self.assertRaises(AttributeError, delattr, self.p, "JpegQuality")
 
-    def test_doubles(self):
-        for wrong in (True, "1.0", None, b"1", 1j, [1.0]):
-            self.assertRaises(TypeError, self.p.Gamma, wrong)
-        self.assertRaises(OverflowError, self.p.Gamma, 10**400)
+    def test_what_is_of_a_wrong_kind_or_too_large(self):
+        for error, name, values in (
+            (TypeError, "JpegQuality", (1.0, True, "1", None, b"1", [1])),
+            (TypeError, "BackColor1", (1.0, True, "red", None)),
+            (TypeError, "AutoResize", (1.0, "yes", None, [])),
+            (TypeError, "Picture", ("BM", 1, [1, 2])),
+            (OverflowError, "BackColor1", (1 << 32, -(1 << 31) - 1)),
+            (TypeError, "Saturate", (1.0, True, "1", None, b"1", [1], 1j)),
+            (OverflowError, "Saturate", (1 << 31, -(1 << 31) - 1, 1 << 63, 10**100)),
+            (TypeError, "Gamma", (True, "1.0", None, b"1", 1j, [1.0])),
+            (OverflowError, "Gamma", (10**400,)),
+        ):
+            is_method = not hasattr(getattr(pixvane.Pixvane, name), "fset")
+            for value in values:
+                with self.assertRaises(error, msg="%s of %r" % (name, value)):
+                    getattr(self.p, name)(value) if is_method else setattr(self.p, name, value)
         # These reach the control, which refuses them without a word.
         for silent in (math.nan, math.inf, -math.inf, 0.019, -1):
             self.p.Gamma(silent)
-            self.assertFalse(self.p.Modified, silent)
-        self.p.Gamma(2)
-        self.assertEqual(self.p.GetPixel(0, 0), 0x090401)
+        self.assertEqual((self.p.JpegQuality, self.p.Modified), (90, False))
 
-    def test_an_error_names_member_and_argument(self):
+    def test_numbers_of_arguments(self):
+        for name, arguments in (("Saturate", ()), ("Saturate", (1, 2)), ("Invert", (1,)), ("NewImage", (8,))):
+            self.assertRaises(TypeError, getattr(self.p, name), *arguments)
+        self.assertRaises(TypeError, self.p.Saturate, nValue=1)
+        self.assertRaisesRegex(TypeError, r"Saturate.*1 argument\b.*not 2", self.p.Saturate, 1, 2)
         self.assertRaisesRegex(TypeError, "Brightness: nGreen must be an integer, not str", self.p.Brightness, 1, "2", 3)
+        self.assertFalse(self.p.Modified)
 
     def test_results(self):
         self.assertIsNone(self.p.Invert())
-        self.assertEqual(self.p.GetPixel(7, 3), 0xCFDFEF)
-        self.assertEqual(self.p.GetPixel(8, 0), 0)
+        self.assertEqual((self.p.GetPixel(7, 3), self.p.GetPixel(8, 0)), (0xCFDFEF, 0))
+        self.p.Undo()
+        self.p.Gamma(2)
+        self.assertEqual(self.p.GetPixel(0, 0), 0x090401)
+        self.p.Brightness((1 << 31) - 1, -(1 << 31), Index(-9))
+        self.assertEqual(self.p.GetPixel(0, 0), 0x0000FF)
+        self.assertEqual(self.p.GetRHistogram(), [32 if i == 255 else 0 for i in range(256)])
         self.assertIs(self.p.LoadImage(self.path("missing")), False)
         self.assertIs(self.p.IsEmpty, True)
-
-    def test_histograms(self):
-        for name, bin in (("R", 0x10), ("G", 0x20), ("B", 0x30)):
-            counts = getattr(self.p, "Get%sHistogram" % name)()
-            self.assertIs(type(counts), list)
-            self.assertEqual(counts, [32 if i == bin else 0 for i in range(256)])
-        self.p.Empty()
         self.assertIsNone(self.p.GetLHistogram())
 
     def test_a_preview_takes_the_arguments_of_its_command(self):
         for name, values in (
-            ("Saturate", (50,)),
             ("Gamma", (0.5,)),
             ("Invert", ()),
             ("AddSimpleBorder", (2, 0xFF0000)),
@@ -173,18 +129,6 @@ class Methods(ControlTest):
         self.assertRaisesRegex(TypeError, "nValue must be an integer", self.p.Preview, "Saturate", "x")
         for wrong in ("Undo", "saturate", 5, None):
             self.assertRaises(AttributeError, self.p.Preview, wrong)
-
-    def test_back_and_forth(self):
-        self.p.Invert()
-        self.p.AddSimpleBorder(2, 0x0000FF)
-        self.assertEqual((self.p.ImageWidth, self.p.ImageHeight, self.p.GetPixel(0, 0)), (12, 8, 0xFF))
-        self.assertTrue(self.p.UndoEnable)
-        self.p.Undo()
-        self.p.Undo()
-        self.assertEqual((self.p.ImageWidth, self.p.GetPixel(0, 0)), (8, 0x302010))
-        self.assertEqual((self.p.UndoEnable, self.p.RedoEnable), (False, True))
-        self.p.Redo()
-        self.assertEqual(self.p.GetPixel(0, 0), 0xCFDFEF)
 
 
 if __name__ == "__main__":

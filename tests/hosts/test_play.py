@@ -1,5 +1,6 @@
 """The command line's macros: many pictures in one run, and macros shown and written."""
 # SPDX-License-Identifier: MIT
+import filecmp
 import json
 import os
 import pty
@@ -32,64 +33,59 @@ class MacroTest(CommandLineTest):
                 contents[name] = file.read()
         return contents
 
-    def written(self, name, data=b"", width=6, height=5, seed=1):
-        """A picture file (its type by its ending), or one of these bytes."""
-        path = self.path(name)
-        if data:
-            with open(path, "wb") as file:
-                file.write(data)
-            return path
-        kind = next(k for k, ending in ENDINGS.items() if name.endswith(ending))
+    def written(self, name, kind=None, width=6, height=5, seed=1):
+        """A picture file, its type by its ending unless given."""
+        if kind is None:
+            kind = next(k for k, ending in ENDINGS.items() if name.endswith(ending))
         with pixvane.Pixvane() as p:
             p.LoadFromImageArray(opaque(pixels(width, height, seed)), width, height)
-            self.assertTrue(p.SaveImage(path, kind))
-        return path
+            self.assertTrue(p.SaveImage(self.path(name), kind))
+        return self.path(name)
+
+    def bytes_in(self, name, data):
+        with open(self.path(name), "wb") as file:
+            file.write(data)
+        return self.path(name)
 
 
 class Play(MacroTest):
-    def test_two_hundred_pictures_of_all_kinds_come_out_the_same_however_many_are_worked_on(self):
+    def test_many_pictures_of_all_kinds_come_out_the_same_however_many_are_worked_on(self):
         macro = self.macro("Noise=1,40", "Diffuse=3", "ScaleImage=0.7,1.3", "AddSimpleBorder=1,#FF0000")
         sources, broken = [], set()
-        for i in range(200):
+        for i in range(80):
             name = "p%03d.%s" % (i, ENDINGS[i % 5])
+            sources.append(self.written(name, width=2 + i % 23, height=2 + i % 11, seed=i))
             if i % 17 == 3:
-                with open(self.written(name), "rb") as file:
-                    head = file.read(11)
-                self.written(name, data=head)
+                os.truncate(sources[-1], 11)
                 broken.add(name)
-            else:
-                self.written(name, width=2 + i % 23, height=2 + i % 11, seed=i)
-            sources.append(self.path(name))
         results = []
-        for folder, jobs in (("one", "1"), ("two", "2"), ("five", "5")):
-            status, out, err = self.play(macro, *reversed(sources) if jobs == "5" else sources, out=folder, options=["--jobs", jobs])
+        for jobs in ("1", "2", "5"):
+            given = reversed(sources) if jobs == "5" else sources
+            status, out, err = self.play(macro, *given, out=jobs, options=["--jobs", jobs])
             self.assertEqual((status, out), (1, ""))
             lines = err.splitlines()
             self.assertEqual(len(lines), len(broken) + 1)
             for name in broken:
                 self.assertEqual(sum(name in line for line in lines), 1, name)
-            results.append(self.files(folder))
+            results.append(self.files(jobs))
         self.assertEqual(sorted(results[0]), sorted(set(map(os.path.basename, sources)) - broken))
         self.assertEqual(results[0], results[1])
         self.assertEqual(results[0], results[2])
         with pixvane.Pixvane() as p:
             pixvane.seed_random(1)
-            p.LoadImage(sources[104])
+            p.LoadImage(sources[64])
             p.Noise(1, 40)
             p.Diffuse(3)
             p.ScaleImage(0.7, 1.3)
             p.AddSimpleBorder(1, 0x0000FF)
-            result = read_picture(os.path.join(self.path("one"), "p104.png"))
+            result = read_picture(os.path.join(self.path("1"), "p064.png"))
             self.assertEqual(result, (p.ImageWidth, p.ImageHeight, p.GetImageArray()))
 
     def test_formats_follow_what_is_inside_unless_told(self):
         macro = self.macro("Invert")
         heads = {"a.png": b"\x89PNG", "b.JPEG": b"\xff\xd8\xff", "c.tiff": b"II*\0", "d.gif": b"GIF8", "e.bmp": b"BM"}
-        for name in heads:
-            written_as = {"b.JPEG": "x.jpg", "c.tiff": "x.tif"}.get(name, name)
-            os.rename(self.written(written_as), self.path(name))
-        os.rename(self.written("x.png"), self.path("wrong.jpg"))
-        os.rename(self.written("x.bmp"), self.path("none"))
+        for kind, name in ((PNG, "a.png"), (JPEG, "b.JPEG"), (TIFF, "c.tiff"), (GIF, "d.gif"), (BMP, "e.bmp"), (PNG, "wrong.jpg"), (BMP, "none")):
+            self.written(name, kind)
         sources = [self.path(n) for n in (*heads, "wrong.jpg", "none")]
         self.assertEqual(self.play(macro, *sources), (0, "", ""))
         made = self.files("out")
@@ -105,10 +101,10 @@ class Play(MacroTest):
         original = self.files(".")
         os.symlink(self.folder, self.path("link"))
         for folder in (self.folder, self.path("link")):
-            self.refuse(2, ["replace the source", "a.png"], "play", macro, picture, other, "--out", folder, "--overwrite")
+            self.refuse(2, "replace the source|a.png", "play", macro, picture, other, "--out", folder, "--overwrite")
         os.mkdir(self.path("sub"))
         twin = self.written("sub/a.png")
-        self.refuse(2, ["both", "a.png"], "play", macro, picture, twin, "--out", self.path("out"))
+        self.refuse(2, "both|a.png", "play", macro, picture, twin, "--out", self.path("out"))
         self.assertFalse(os.path.exists(self.path("out")))
 
         self.assertEqual(self.play(macro, picture)[0], 0)
@@ -128,19 +124,19 @@ class Play(MacroTest):
         macro, picture = self.macro("Invert"), self.written("a.png")
         out = ["--out", self.path("out")]
         for words, arguments in (
-            (["--out"], [macro, picture]),
-            (["pictures"], [macro, *out]),
-            (["--jobs", "'0'"], [macro, picture, *out, "--jobs=0"]),
-            (["--jobs", "'2x'"], [macro, picture, *out, "--jobs", "2x"]),
-            (["--format", "'webp'"], [macro, picture, *out, "--format", "webp"]),
-            (["--overwrite", "no value"], [macro, picture, *out, "--overwrite=1"]),
-            (["--out", "needs a value"], [macro, picture, "--out"]),
-            (["'--ovrwrite'"], [macro, picture, *out, "--ovrwrite"]),
+            ("--out", [macro, picture]),
+            ("pictures", [macro, *out]),
+            ("--jobs|'0'", [macro, picture, *out, "--jobs=0"]),
+            ("--jobs|'2x'", [macro, picture, *out, "--jobs", "2x"]),
+            ("--format|'webp'", [macro, picture, *out, "--format", "webp"]),
+            ("--overwrite|no value", [macro, picture, *out, "--overwrite=1"]),
+            ("--out|needs a value", [macro, picture, "--out"]),
+            ("'--ovrwrite'", [macro, picture, *out, "--ovrwrite"]),
         ):
             self.refuse(2, words, "play", *arguments)
-        self.refuse(1, ["No such file"], "play", self.path("no.pvm"), picture, *out)
-        self.refuse(1, ["not a macro"], "play", self.written("short.pvm", b"\x01"), picture, *out)
-        self.refuse(1, ["folder"], "play", macro, picture, "--out", os.path.join(picture, "out"))
+        self.refuse(1, "No such file", "play", self.path("no.pvm"), picture, *out)
+        self.refuse(1, "not a macro", "play", self.bytes_in("short.pvm", b"\x01"), picture, *out)
+        self.refuse(1, "folder", "play", macro, picture, "--out", os.path.join(picture, "out"))
         self.assertFalse(os.path.exists(self.path("out")))
 
     def test_an_interruption_leaves_whole_files_only(self):
@@ -163,7 +159,7 @@ class Play(MacroTest):
 
     def test_a_terminal_sees_how_far_it_is(self):
         macro = self.macro("Invert")
-        sources = [self.written("a.png"), self.written("broken.png", b"\x89PNG"), self.written("c.png")]
+        sources = [self.written("a.png"), self.bytes_in("broken.png", b"\x89PNG"), self.written("c.png")]
         try:
             main, terminal = pty.openpty()
         except OSError as error:  # a container may have none
@@ -199,11 +195,8 @@ class Macro(MacroTest):
         self.assertEqual(len(text), 33)
         self.assertRegex(text[29], r"^ +29 +1 +\d+  Saturate  nValue=-30$")
 
-        with open(macro, "rb") as file:
-            whole = file.read()
-        with open(self.path("cut.pvm"), "wb") as file:
-            file.write(bytes([1]) + (1).to_bytes(4, "little") + (2).to_bytes(4, "little") + b"\x05\x00")
-        self.assertIn("cut off", self.succeed("macro", "show", self.path("cut.pvm")))
+        cut = self.bytes_in("cut.pvm", b"\1" + b"\1\0\0\0" + b"\2\0\0\0" + b"\5\0")
+        self.assertIn("cut off", self.succeed("macro", "show", cut))
         with pixvane.Pixvane() as p:
             p.BeginMacros()
             p.PenColor = 0x0080FF
@@ -214,17 +207,19 @@ class Macro(MacroTest):
             p.Invert()
             p.EndMacros()
             self.assertTrue(p.SaveMacros(self.path("same.pvm")))
-        with open(self.path("same.pvm"), "rb") as file:
-            self.assertEqual(file.read(), whole)
+        self.assertTrue(filecmp.cmp(macro, self.path("same.pvm"), shallow=False))
 
     def test_what_can_not_be_recorded_is_refused(self):
         out = self.path("m.pvm")
-        self.refuse(2, ["Undo", "not recorded"], "macro", "record", out, "Undo")
-        self.refuse(2, ["did you mean"], "macro", "record", out, "Saturat=1")
-        self.refuse(2, ["255"], "macro", "record", out, *["Invert"] * (MAX_STEPS - 26))
-        self.refuse(2, ["refused"], "macro", "record", out, "UserEffect=1,2,3")
-        self.refuse(2, ["'show' or 'record'"], "macro", "play", out)
-        self.refuse(1, ["folder"], "macro", "record", self.path("no/m.pvm"), "Invert")
+        for words, *arguments in (
+            ("Undo|not recorded", "record", out, "Undo"),
+            ("did you mean", "record", out, "Saturat=1"),
+            ("255", "record", out, *["Invert"] * (MAX_STEPS - 26)),
+            ("refused", "record", out, "UserEffect=1,2,3"),
+            ("'show' or 'record'", "play", out),
+        ):
+            self.refuse(2, words, "macro", *arguments)
+        self.refuse(1, "folder", "macro", "record", self.path("no/m.pvm"), "Invert")
         self.assertFalse(os.path.exists(out))
         self.macro(*["Invert"] * (MAX_STEPS - 27))
         status, _, err = self.run_program("macro", "record", out, "SetNewSize=9,9")
