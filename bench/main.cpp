@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -10,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "control.h"
@@ -166,6 +168,34 @@ std::vector<Task> tasks_of(std::span<const Row> rows, int threads, bool comparin
     return tasks;
 }
 
+/// A loop in registers, in pieces that the threads take as they come: what no command can do better than.
+void compute(int threads) {
+    constexpr int kPieces = 200;
+    std::atomic<int> taken{0};
+    const auto work = [&] {
+        while (taken++ < kPieces) {
+            std::uint32_t state = 1;
+            for (int i = 0; i < 20000; ++i) {
+                state = state * 214013 + 2531011;
+                asm volatile("" : "+r"(state));
+            }
+        }
+    };
+    std::vector<std::thread> helpers;
+    for (int i = 1; i < threads; ++i) helpers.emplace_back(work);
+    work();
+    for (std::thread& helper : helpers) helper.join();
+}
+
+/// How much of the cost the machine itself leaves while nothing limits the threads.
+void report_machine(const Options& options, CopyUnit& unit, Report& report) {
+    const Task one{[] {}, [&] { compute(options.threads); }, [] {}, true};
+    const Task other{[] {}, [&] { compute(options.compared); }, [] {}, true};
+    const Measurement measured = measure({one, other}, options.rounds, unit, [](std::size_t, int) {});
+    report.add({"(a loop in registers)", measured.costs[0], {}, {}, {}, measured.costs[1]},
+               measured.unitSeconds);
+}
+
 void run(const Options& options) {
     const std::vector<Row> rows = chosen_rows(options.names);
     Picture picture;
@@ -201,6 +231,7 @@ void run(const Options& options) {
             if (comparing) result.compared = measured.costs[group.size() + i];
             report.add(result, measured.unitSeconds);
         }
+        if (comparing) report_machine(options, unit, report);
     }
     report.finish();
 }

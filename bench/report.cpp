@@ -68,7 +68,7 @@ void print_csv_row(const Result& result, double unitSeconds) {
 }  // namespace
 
 Report::Report(const Setting& setting, bool csv, std::size_t labelWidth)
-    : setting_(setting), csv_(csv), labelWidth_(static_cast<int>(std::max<std::size_t>(labelWidth, 7))) {
+    : setting_(setting), csv_(csv), labelWidth_(static_cast<int>(std::max<std::size_t>(labelWidth, 22))) {
     if (csv) {
         std::printf(
             "command,cost,goal,met,lower_quartile,upper_quartile,file_bytes,frames_per_second,memcpy_ms,"

@@ -7,7 +7,19 @@
 #include <string>
 #include <utility>
 
+#include "control/kernel_edits.h"
+
 namespace pixvane {
+namespace {
+
+template <class Count>
+std::optional<filters::Histogram> counted(const ImageStore& store, Count count) {
+    if (store.is_empty()) return std::nullopt;
+    constexpr double kCount = 0.3;  // nanoseconds a pixel
+    return gather_rows(store.current(), kCount, count, filters::add);
+}
+
+}  // namespace
 
 void CPixvane::leave_tool() {
     mouse_.SetToolMode(kNoTool);
@@ -82,13 +94,11 @@ Color CPixvane::GetPixel(std::int32_t x, std::int32_t y) {
 }
 
 std::optional<filters::Histogram> CPixvane::histogram(filters::Channel channel) {
-    if (store_.is_empty()) return std::nullopt;
-    return filters::channel_histogram(store_.current(), channel);
+    return counted(store_, [=](ConstPixelBuffer rows) { return filters::channel_histogram(rows, channel); });
 }
 
 std::optional<filters::Histogram> CPixvane::GetLHistogram() {
-    if (store_.is_empty()) return std::nullopt;
-    return filters::luminance_histogram(store_.current());
+    return counted(store_, filters::luminance_histogram);
 }
 
 void CPixvane::Undo() {

@@ -45,17 +45,17 @@ void edit_area(ImageStore& store, double nanosecondsPerPixel, Kernel kernel, dou
     edit.commit();
 }
 
-/// Statistics of a picture, gathered from its bands and added up by +=; the order must not matter.
-template <class Statistics>
-Statistics gather_rows(ConstPixelBuffer source, double nanosecondsPerPixel,
-                       Statistics (*gather)(ConstPixelBuffer)) {
-    Statistics all;
+/// What gather(source) returns for a picture, gathered from its bands and put together by add(all, part),
+/// which must not depend on the order.
+template <class Gather, class Add>
+auto gather_rows(ConstPixelBuffer source, double nanosecondsPerPixel, Gather gather, Add add) {
+    decltype(gather(source)) all{};
     std::mutex mutex;
     parallel_rows(source.height, source.width * nanosecondsPerPixel,
                   [&](std::int32_t first, std::int32_t last) {
-                      const Statistics part = gather(source.rows(first, last));
+                      const auto part = gather(source.rows(first, last));
                       const std::lock_guard lock(mutex);
-                      all += part;
+                      add(all, part);
                   });
     return all;
 }

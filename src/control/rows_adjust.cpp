@@ -28,7 +28,8 @@ void edit_by_statistics(ImageStore& store, Statistics (*gather)(ConstPixelBuffer
                         filters::ChannelTables (*make_tables)(const Statistics&)) {
     Edit edit(store);
     if (!edit) return;
-    const filters::ChannelTables tables = make_tables(gather_rows(edit.source(), kCount, gather));
+    const filters::ChannelTables tables = make_tables(gather_rows(
+        edit.source(), kCount, gather, [](Statistics& all, const Statistics& part) { all += part; }));
     run_rows(edit, kPass, [&](auto source, auto target) { filters::apply_tables(source, target, tables); });
     edit.commit();
 }

@@ -16,12 +16,14 @@
 #if HWY_ONCE
 namespace pixvane::filters {
 
+void add(Histogram& all, const Histogram& part) {
+    for (std::size_t i = 0; i < all.size(); ++i) all[i] += part[i];
+}
+
 ChannelHistograms& ChannelHistograms::operator+=(const ChannelHistograms& other) {
-    for (std::size_t i = 0; i < red.size(); ++i) {
-        red[i] += other.red[i];
-        green[i] += other.green[i];
-        blue[i] += other.blue[i];
-    }
+    add(red, other.red);
+    add(green, other.green);
+    add(blue, other.blue);
     return *this;
 }
 
@@ -159,8 +161,7 @@ Histogram luminance_histogram(ConstPixelBuffer source) {
     }
     Histogram histogram =
         plain::luminance_histogram({source.data + i, static_cast<std::int32_t>(count - i), 1});
-    const Histogram counted = bins.total();
-    for (std::size_t k = 0; k < histogram.size(); ++k) histogram[k] += counted[k];
+    add(histogram, bins.total());
     return histogram;
 }
 #else

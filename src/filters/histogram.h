@@ -11,6 +11,8 @@ namespace pixvane::filters {
 
 /// Number of pixels for each value 0..255.
 using Histogram = std::array<std::int32_t, 256>;
+/// `part` of the picture to what is known of others.
+void add(Histogram& all, const Histogram& part);
 
 struct ChannelHistograms {
     Histogram red{};
