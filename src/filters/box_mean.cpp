@@ -9,7 +9,7 @@
 #include "core/kernel_path.h"
 #include "filters/area_plain.h"
 #include "filters/band_scratch.h"
-#include "filters/box_rows-inl.h"
+#include "filters/weighted_rows-inl.h"
 
 #if HWY_ONCE
 namespace pixvane::filters {
@@ -92,7 +92,13 @@ HWY_INLINE void make_means(ConstPixelBuffer source, PixelBuffer target, const Bo
 void box_mean(ConstPixelBuffer source, PixelBuffer target, const BoxMean& mean, std::int32_t first,
               std::int32_t last, std::byte* scratch) {
     if (mean.centreWeight != 1) {
-        make_means<WideBoxRows<true>>(source, target, mean, first, last, scratch);
+        if (SmallWeightedRows::serves(mean)) {
+            make_means<SmallWeightedRows>(source, target, mean, first, last, scratch);
+        } else if (NarrowWeightedRows::serves(mean)) {
+            make_means<NarrowWeightedRows>(source, target, mean, first, last, scratch);
+        } else {
+            make_means<WideBoxRows<true>>(source, target, mean, first, last, scratch);
+        }
         return;
     }
     use_box_rows(mean.radius, [&](auto rows) HWY_ATTR {

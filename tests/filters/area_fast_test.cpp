@@ -71,8 +71,18 @@ std::vector<AreaFilter> area_filters() {
     for (const std::int32_t radius :
          {0, 1, 2, 3, 7, 8, 15, 16, 63, 64, 126, 127, 128, 129, 300, 2051, 2052, 16384}) {
         list.push_back(averaging(radius, 1));
-        for (const std::int32_t weight : {0, -1, -8, -2 * radius * (2 * radius + 2), 1000, kLargest})
+        // 0 is where the sum of the weights is.
+        const std::int32_t others = 2 * radius * (2 * radius + 2);
+        for (const std::int32_t weight : {0, -1, -8, -others, 1000, kLargest})
             if (radius < 300 || weight == 0) list.push_back(averaging(radius, weight));
+    }
+    // Where integers of 16 bits and of 32, and the floats that divide them, end.
+    for (const std::int32_t radius : {1, 7, 8, 63, 127, 128}) {
+        const std::int32_t others = 2 * radius * (2 * radius + 2);
+        for (const std::int32_t weight : {5, -(1 << 22), (1 << 22) + 1})
+            list.push_back(averaging(radius, weight));
+        for (const std::int32_t sum : {257, 258, 16384, 16385, -16384, -16385})
+            list.push_back(averaging(radius, sum - others));
     }
     for (const std::int32_t radius : {1, 2, 5, 20, 63, 64, 127, 128, 300, 2000}) {
         for (const std::int32_t fallOff : {1, 7, 1000})
