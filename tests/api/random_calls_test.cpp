@@ -35,19 +35,11 @@ public:
         pixvane_host host{};
         host.struct_size = sizeof host;
         host.user = this;
-        host.frame_ready = [](void* self) { static_cast<WildHost*>(self)->called_back(); };
-        host.set_capture = [](void* self, std::int32_t captured) {
-            static_cast<WildHost*>(self)->captured_ = captured != 0;
-        };
-        host.start_timer = [](void* self, std::int32_t id, std::int32_t) {
-            static_cast<WildHost*>(self)->ticking_ |= id == 1;
-        };
-        host.stop_timer = [](void* self, std::int32_t id) {
-            static_cast<WildHost*>(self)->ticking_ &= id != 1;
-        };
-        host.set_cursor = [](void* self, std::int32_t cursor) {
-            static_cast<WildHost*>(self)->cursor_ = cursor;
-        };
+        host.frame_ready = [](void* self) { of(self).called_back(); };
+        host.set_capture = [](void* self, std::int32_t taken) { of(self).captured_ = taken != 0; };
+        host.start_timer = [](void* self, std::int32_t id, std::int32_t) { of(self).ticking_ |= id == 1; };
+        host.stop_timer = [](void* self, std::int32_t id) { of(self).ticking_ &= id != 1; };
+        host.set_cursor = [](void* self, std::int32_t cursor) { of(self).cursor_ = cursor; };
         EXPECT_EQ(pixvane_create(&host, &control_), PIXVANE_OK);
         for (std::size_t i = 0; i < pixvane_member_count(); ++i) {
             const pixvane_member_info* member = pixvane_member_at(i);
@@ -57,7 +49,7 @@ public:
                 continue;
             }
             const auto handler = [](void* self, const pixvane_value*, std::size_t) {
-                static_cast<WildHost*>(self)->called_back();
+                of(self).called_back();
             };
             EXPECT_EQ(pixvane_subscribe(control_, member->name, handler, this, nullptr), PIXVANE_OK);
         }
@@ -80,6 +72,7 @@ public:
     }
 
 private:
+    static WildHost& of(void* self) { return *static_cast<WildHost*>(self); }
     void act() {
         const std::uint32_t kind = below(100);
         if (kind < 45)
@@ -123,27 +116,19 @@ private:
         // Of a wrong kind, sometimes.
         if (below(40) == 0) kind = static_cast<std::int32_t>(below(12)) - 1;
         const auto count = below(2) == 0 ? below(4) * 9 : below(300);
-        switch (kind) {
-            case PIXVANE_INT32:
-                return pixvane_int32(any_number());
-            case PIXVANE_DOUBLE:
-                return pixvane_double(any_double());
-            case PIXVANE_BOOL:
-                return pixvane_bool(static_cast<int>(below(2)));
-            case PIXVANE_STRING: {
-                const std::string& path = paths_[below(paths_.size())];
-                return pixvane_string_n(path.data(), path.size());
-            }
-            case PIXVANE_COLOR:
-                return pixvane_color(static_cast<std::uint32_t>(random_()));
-            default: {
-                std::vector<std::int32_t>& numbers = held_.emplace_back(2 * 300);
-                for (std::int32_t& n : numbers) n = any_number();
-                pixvane_value value = pixvane_int32_array(numbers.data(), count);
-                value.kind = kind;
-                return value;
-            }
+        if (kind == PIXVANE_INT32) return pixvane_int32(any_number());
+        if (kind == PIXVANE_DOUBLE) return pixvane_double(any_double());
+        if (kind == PIXVANE_BOOL) return pixvane_bool(static_cast<int>(below(2)));
+        if (kind == PIXVANE_COLOR) return pixvane_color(static_cast<std::uint32_t>(random_()));
+        if (kind == PIXVANE_STRING) {
+            const std::string& path = paths_[below(paths_.size())];
+            return pixvane_string_n(path.data(), path.size());
         }
+        std::vector<std::int32_t>& numbers = held_.emplace_back(2 * 300);
+        for (std::int32_t& n : numbers) n = any_number();
+        pixvane_value value = pixvane_int32_array(numbers.data(), count);
+        value.kind = kind;
+        return value;
     }
     void append(std::vector<pixvane_value>& values, const pixvane_member_info& member) {
         for (std::int32_t i = 0; i < member.argument_count; ++i)
@@ -187,28 +172,20 @@ private:
                   PIXVANE_OK);
     }
     void window() {
-        switch (below(5)) {
-            case 0:
-                width_ = static_cast<std::int32_t>(below(200));
-                height_ = static_cast<std::int32_t>(below(200));
-                pixvane_window_resize(control_, width_, height_);
-                return;
-            case 1:
-                pixvane_window_zoom_at(control_, any_number(), any_number(), any_number());
-                return;
-            case 2:
-                pixvane_window_pan(control_, any_number(), any_number());
-                return;
-            case 3:
-                pixvane_window_timer(control_, static_cast<std::int32_t>(below(4)));
-                return;
-            default: {
-                std::int32_t w = 0, h = 0;
-                EXPECT_EQ(pixvane_window_frame(control_, nullptr, 0, &w, &h), PIXVANE_OK);
-                frame_.resize(static_cast<std::size_t>(w) * static_cast<std::size_t>(h) * 4);
-                EXPECT_EQ(pixvane_window_frame(control_, frame_.data(), frame_.size(), &w, &h), PIXVANE_OK);
-            }
+        const std::uint32_t what = below(5);
+        if (what == 0) {
+            width_ = static_cast<std::int32_t>(below(200));
+            height_ = static_cast<std::int32_t>(below(200));
+            pixvane_window_resize(control_, width_, height_);
         }
+        if (what == 1) pixvane_window_zoom_at(control_, any_number(), any_number(), any_number());
+        if (what == 2) pixvane_window_pan(control_, any_number(), any_number());
+        if (what == 3) pixvane_window_timer(control_, static_cast<std::int32_t>(below(4)));
+        if (what != 4) return;
+        std::int32_t w = 0, h = 0;
+        EXPECT_EQ(pixvane_window_frame(control_, nullptr, 0, &w, &h), PIXVANE_OK);
+        frame_.resize(static_cast<std::size_t>(w) * static_cast<std::size_t>(h) * 4);
+        EXPECT_EQ(pixvane_window_frame(control_, frame_.data(), frame_.size(), &w, &h), PIXVANE_OK);
     }
     std::int32_t number(const char* property) {
         pixvane_value value = pixvane_null();

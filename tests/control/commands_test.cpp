@@ -15,7 +15,7 @@
 namespace pixvane {
 namespace {
 
-using test::commands, test::describe, test::random_arguments, test::run;
+using test::commands, test::describe, test::integer, test::random_arguments, test::run;
 using test::MemoryScope;
 using test::Picture;
 using test::TestControl;
@@ -26,6 +26,10 @@ Picture make_picture(std::int32_t width, std::int32_t height, std::uint64_t seed
     if (seed % 3 == 0) return test::random_opaque_picture(width, height, seed);
     if (seed % 7 == 1) return Picture(width, height, static_cast<Pixel>(seed * 2654435761u));
     return test::random_picture(width, height, seed);
+}
+
+Value numbers(const std::vector<std::int32_t>& list) {
+    return {Kind::Int32Array, 0, 0, list.data(), list.size()};
 }
 
 TEST(Commands, do_in_vectors_what_they_do_plainly) {
@@ -65,7 +69,7 @@ TEST(Commands, work_on_a_single_pixel) {
             const auto result = [&] {
                 TestControl c;
                 c.load(make_picture(2, 2, seed));
-                c.call("SetNewSize", {test::integer(1), test::integer(1)});
+                c.call("SetNewSize", {integer(1), integer(1)});
                 thread_random().set_state(1);
                 c.invoke(*row, values);
                 return c.picture().pixels[0];
@@ -121,7 +125,7 @@ TEST(Commands, are_recorded_first_and_shown_last_even_without_a_picture) {
 }
 
 TEST(Commands, refuse_what_is_outside_of_their_range) {
-    using test::integer, test::real, test::color;
+    using test::real, test::color;
     const std::vector<std::int32_t> sixteen(16, 1);
     const std::vector<std::pair<const char*, std::vector<Value>>> refused = {
         {"Lightness", {integer(-1), integer(100), integer(100)}},
@@ -165,7 +169,7 @@ TEST(Commands, refuse_what_is_outside_of_their_range) {
         {"GaussianBlur", {integer(16384), integer((1 << 22) + 1)}},
         {"Emboss", {integer(11), integer(0)}},
         {"Emboss", {integer(INT32_MIN), integer(0)}},
-        {"UserEffect", {{Kind::Int32Array, 0, 0, sixteen.data(), sixteen.size()}}},
+        {"UserEffect", {numbers(sixteen)}},
         {"UserEffect", {Value{}}},
     };
     const Picture picture = test::random_picture(37, 23, 3);
@@ -182,6 +186,53 @@ TEST(Commands, refuse_what_is_outside_of_their_range) {
         EXPECT_EQ(c.control.store().view.anchor(), anchor);
         EXPECT_TRUE(test::same_pixels(picture, c.picture()));
     }
+}
+
+TEST(Commands, average_of_no_square_is_black) {
+    TestControl c;
+    c.load(test::random_picture(9, 7, 3));
+    for (const std::int32_t radius : {-1, -8}) {
+        c.call("Average", {integer(3), integer(radius)});
+        EXPECT_TRUE(test::same_pixels(Picture(9, 7, kOpaque), c.picture()));
+        c.call("Undo");
+    }
+    c.call("Average", {integer(1), integer(0)});
+    EXPECT_NE(c.picture().pixels[5], kOpaque);
+}
+
+TEST(Commands, emboss_looks_into_eight_directions) {
+    // Each neighbour of the centre has a grey of its own.
+    Picture picture(3, 3);
+    for (std::uint32_t i = 0; i < 9; ++i) picture.pixels[i] = kOpaque | 0x010101 * (20 * i);
+    const std::size_t neighbours[] = {1, 2, 5, 8, 7, 6, 3, 0};
+    for (std::int32_t direction = -1; direction < 10; ++direction) {
+        const std::size_t compared = neighbours[direction >= 0 && direction < 8 ? direction : 7];
+        const std::size_t opposite = 8 - compared;
+        for (const std::int32_t distance : {1, -1}) {
+            TestControl c;
+            c.load(picture);
+            c.call("Emboss", {integer(distance), integer(direction)});
+            const std::size_t other = distance > 0 ? compared : opposite;
+            EXPECT_EQ(blue_of(c.picture().pixels[4]), (255 + 80 - 20 * other) / 2) << direction;
+        }
+    }
+}
+
+TEST(Commands, user_effect_is_recorded_after_it_ran) {
+    const std::vector<std::int32_t> zeros(9, 0), ones(25, 1), ten(10, 1);
+    TestControl c;
+    c.call("BeginMacros");
+    const std::size_t steps = c.codes().size(), bytes = c.recorded_bytes().size();
+    c.call("UserEffect", {numbers(zeros)});
+    EXPECT_EQ(c.codes().size(), steps) << "without a picture";
+    c.load(test::random_picture(6, 6, 1));
+    for (const Value& refused : {Value{}, numbers(ten)}) c.call("UserEffect", {refused});
+    EXPECT_EQ(c.codes().size(), steps);
+    c.call("UserEffect", {numbers(zeros)});
+    EXPECT_EQ(c.picture(), Picture(6, 6, kOpaque));
+    c.call("UserEffect", {numbers(ones)});
+    EXPECT_EQ(c.codes().size(), steps + 2);
+    EXPECT_EQ(c.recorded_bytes().size(), bytes + 2 * 4 + (9 + 25) * 4);
 }
 
 }  // namespace

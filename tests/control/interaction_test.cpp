@@ -41,22 +41,30 @@ TEST(Modes, are_set_with_a_picture_only) {
 
 TEST(Modes, end_when_the_document_is_replaced) {
     const std::string file = test::RawCodec::file_of(test::random_picture(9, 9, 1));
-    const auto mode_after = [&](std::function<void(Stage&)> change) {
+    const std::vector<std::pair<std::int32_t, std::function<void(Stage&)>>> changes = {
+        {0,
+         [](Stage& c) {
+             c.call("NewImage", {integer(5), integer(5)});
+         }},
+        {0, [](Stage& c) { c.call("LoadImage", {Value::string("picture")}); }},
+        {0, [](Stage& c) { c.load(test::random_picture(5, 5, 1)); }},
+        {18,
+         [](Stage& c) {
+             c.call("NewImage", {integer(3), integer(5)});
+         }},
+        {18, [](Stage& c) { c.call("LoadImage", {Value::string("none")}); }},
+        {18, [&](Stage& c) { c.call("Picture", {test::bytes(file)}); }},
+        {18, [](Stage& c) { c.call("Empty"); }},
+        {18, [](Stage& c) { c.call("Undo"); }},
+    };
+    for (std::size_t i = 0; i < changes.size(); ++i) {
         Stage c;
         c.files.files["picture"] = file;
         c.mode(18);
-        change(c);
-        EXPECT_EQ(c.window.timers.contains(1), c.number("PaintStatus") == 18);
-        return c.number("PaintStatus");
-    };
-    EXPECT_EQ(mode_after([](Stage& c) { c.call("NewImage", {integer(5), integer(5)}); }), 0);
-    EXPECT_EQ(mode_after([](Stage& c) { c.call("LoadImage", {Value::string("picture")}); }), 0);
-    EXPECT_EQ(mode_after([](Stage& c) { c.load(test::random_picture(5, 5, 1)); }), 0);
-    EXPECT_EQ(mode_after([](Stage& c) { c.call("NewImage", {integer(3), integer(5)}); }), 18);
-    EXPECT_EQ(mode_after([](Stage& c) { c.call("LoadImage", {Value::string("none")}); }), 18);
-    EXPECT_EQ(mode_after([&](Stage& c) { c.call("Picture", {test::bytes(file)}); }), 18);
-    EXPECT_EQ(mode_after([](Stage& c) { c.call("Empty"); }), 18);
-    EXPECT_EQ(mode_after([](Stage& c) { c.call("Undo"); }), 18);
+        changes[i].second(c);
+        EXPECT_EQ(c.number("PaintStatus"), changes[i].first) << i;
+        EXPECT_EQ(c.window.timers.contains(1), changes[i].first == 18) << i;
+    }
 }
 
 TEST(Pan, is_ended_by_a_mode_and_by_the_release_after_the_picture_is_gone) {
@@ -77,19 +85,6 @@ TEST(Pan, is_ended_by_a_mode_and_by_the_release_after_the_picture_is_gone) {
     EXPECT_TRUE(c.window.captured);
     c.mouse(What::Up, 30, 20);
     EXPECT_FALSE(c.window.captured);
-}
-
-TEST(Events, tell_of_moves_where_the_picture_was_before_the_step) {
-    Stage c;
-    std::vector<std::int32_t> told;
-    c.control.events().subscribe("OnMouseMove", [&](std::span<const Value> arguments) {
-        for (const Value& value : arguments) told.push_back(value.i);
-    });
-    c.mouse(What::Down, 30, 20);
-    const ImagePoint before = c.control.store().view.WindowToImage(1.0, {37, 29});
-    c.mouse(What::Move, 37, 29);
-    EXPECT_EQ(told, (std::vector<std::int32_t>{0, before.x, before.y}));
-    EXPECT_NE(c.control.store().view.WindowToImage(1.0, {37, 29}), before);
 }
 
 /// What a host may think of while it is being told something.

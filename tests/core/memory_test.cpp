@@ -70,11 +70,12 @@ TEST(PixelMemory, reuses_blocks_within_its_limit) {
 }
 
 TEST(Bitmap, exists_only_in_sizes_that_pictures_have) {
-    EXPECT_EQ(Bitmap::create(0, 5), nullptr);
-    EXPECT_EQ(Bitmap::create(5, -1), nullptr);
-    EXPECT_EQ(Bitmap::create(65536, 1), nullptr);
-    EXPECT_EQ(Bitmap::create(65535, 8193), nullptr);
-    EXPECT_EQ(Bitmap::create(std::int64_t{1} << 40, std::int64_t{1} << 40), nullptr);
+    for (const auto& [width, height] : {std::pair<std::int64_t, std::int64_t>{0, 5},
+                                        {5, -1},
+                                        {65536, 1},
+                                        {65535, 8193},
+                                        {1LL << 40, 1LL << 40}})
+        EXPECT_EQ(Bitmap::create(width, height), nullptr);
     EXPECT_NE(Bitmap::create(65535, 1), nullptr);
 }
 

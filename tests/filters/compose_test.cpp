@@ -1,4 +1,4 @@
-// Tests of fills, copies and compositions.
+// Tests of fills, copies, compositions, quarter turns and flips.
 // SPDX-License-Identifier: MIT
 #include "core/compose.h"
 
@@ -6,6 +6,7 @@
 
 #include <limits>
 
+#include "filters/geometry.h"
 #include "support/instruction_sets.h"
 #include "support/pictures.h"
 
@@ -86,32 +87,24 @@ TEST(Compose, FillAndCopyReachEveryPixelAndNoMore) {
         const TargetScope scope(target);
         for (const auto& [width, height] : odd_sizes()) {
             const Picture source = random_picture(width, height, 2);
-            Picture result(width, height + 2, 0x11111111);
+            // A row above and one below must stay as they are.
+            Picture expected(width, height + 2, 0x11111111), result = expected;
+            std::copy(source.pixels.begin(), source.pixels.end(), expected.pixels.begin() + width);
             copy(result.view().rows(1, height + 1), source.view());
-            for (std::int32_t x = 0; x < width; ++x) {
-                ASSERT_EQ(result.at(x, 0), 0x11111111u);
-                ASSERT_EQ(result.at(x, height + 1), 0x11111111u);
-            }
-            ASSERT_TRUE(same_pixels(source.view(), result.view().rows(1, height + 1)));
+            ASSERT_TRUE(same_pixels(expected, result));
+            std::fill(expected.pixels.begin() + width, expected.pixels.end() - width, 0x7F123456);
             fill(result.view().rows(1, height + 1), 0x7F123456);
-            ASSERT_EQ(result.at(width - 1, 0), 0x11111111u);
-            ASSERT_EQ(result.at(0, height + 1), 0x11111111u);
-            for (const Pixel p :
-                 std::vector<Pixel>(result.pixels.begin() + width, result.pixels.end() - width))
-                ASSERT_EQ(p, 0x7F123456u);
+            ASSERT_TRUE(same_pixels(expected, result));
         }
     }
 }
 
 /// draw_over() and place() by the pixel.
 Picture drawn(Picture target, const Picture& source, std::int64_t x, std::int64_t y) {
-    for (std::int32_t v = 0; v < target.height; ++v) {
-        for (std::int32_t u = 0; u < target.width; ++u) {
-            if (u < x || v < y || u - x >= source.width || v - y >= source.height) continue;
-            Pixel& p = target.view().row(v)[u];
-            p = exact_source_over(
-                p, source.at(static_cast<std::int32_t>(u - x), static_cast<std::int32_t>(v - y)));
-        }
+    for (const auto& [u, v] : places(target.width, target.height)) {
+        if (u < x || v < y || u - x >= source.width || v - y >= source.height) continue;
+        target.at(u, v) = exact_source_over(
+            target.at(u, v), source.at(static_cast<std::int32_t>(u - x), static_cast<std::int32_t>(v - y)));
     }
     return target;
 }
@@ -129,25 +122,49 @@ TEST(Compose, PicturesAreCutOffAtTheEdges) {
                     Picture result = target;
                     draw_over(result.view(), source.view(), x, y);
                     ASSERT_TRUE(same_pixels(drawn(target, source, x, y), result)) << x << ", " << y;
-                    place(result.view(), source.view(), x, y, 0xFF336699);
-                    ASSERT_TRUE(same_pixels(drawn(Picture(40, 30, 0xFF336699), source, x, y), result))
-                        << x << ", " << y;
-                    place(result.view(), source.view(), x, y, 0x80336699);
-                    ASSERT_TRUE(same_pixels(drawn(Picture(40, 30, 0x80336699), source, x, y), result))
-                        << x << ", " << y;
+                    for (const Pixel color : {0xFF336699, 0x80336699}) {
+                        place(result.view(), source.view(), x, y, color);
+                        ASSERT_TRUE(same_pixels(drawn(Picture(40, 30, color), source, x, y), result))
+                            << x << ", " << y;
+                    }
                 }
             }
         }
     }
 }
 
-TEST(Compose, BorderAroundAPixel) {
-    const Picture source(1, 1, 0xFF123456);
-    Picture target(3, 3);
-    place(target.view(), source.view(), 1, 1, 0xFFFF0000);
-    Picture expected(3, 3, 0xFFFF0000);
-    expected.pixels[4] = 0xFF123456;
-    EXPECT_EQ(target, expected);
+Picture turned(const Picture& source, std::int32_t type) {
+    const bool exchanged = type % 2 != 0;
+    Picture target(exchanged ? source.height : source.width, exchanged ? source.width : source.height);
+    filters::rotate_flip(source.view(), target.view(), type);
+    return target;
+}
+
+// 1 2 3
+// 4 5 6
+TEST(RotateFlip, ThreeByTwo) {
+    const Picture source(3, 2, {1, 2, 3, 4, 5, 6});
+    EXPECT_EQ(turned(source, 0), source);
+    EXPECT_EQ(turned(source, 1), Picture(2, 3, {4, 1, 5, 2, 6, 3}));
+    EXPECT_EQ(turned(source, 2), Picture(3, 2, {6, 5, 4, 3, 2, 1}));
+    EXPECT_EQ(turned(source, 3), Picture(2, 3, {3, 6, 2, 5, 1, 4}));
+    EXPECT_EQ(turned(source, 4), Picture(3, 2, {3, 2, 1, 6, 5, 4}));
+    EXPECT_EQ(turned(source, 5), Picture(2, 3, {1, 4, 2, 5, 3, 6}));
+    EXPECT_EQ(turned(source, 6), Picture(3, 2, {4, 5, 6, 1, 2, 3}));
+    EXPECT_EQ(turned(source, 7), Picture(2, 3, {6, 3, 5, 2, 4, 1}));
+}
+
+TEST(RotateFlip, TurnsAndFlipsUndoEachOther) {
+    for (const auto& [width, height] : odd_sizes()) {
+        const Picture source = random_picture(width, height, 21);
+        EXPECT_TRUE(same_pixels(source, turned(turned(source, 1), 3)));
+        EXPECT_TRUE(same_pixels(source, turned(turned(source, 2), 2)));
+        EXPECT_TRUE(same_pixels(turned(source, 3), turned(turned(source, 1), 2)));
+        for (const std::int32_t flip : {4, 5, 6, 7})
+            EXPECT_TRUE(same_pixels(source, turned(turned(source, flip), flip)));
+        EXPECT_TRUE(same_pixels(turned(source, 5), turned(turned(source, 1), 4)));
+        EXPECT_TRUE(same_pixels(turned(source, 7), turned(turned(source, 3), 4)));
+    }
 }
 
 }  // namespace

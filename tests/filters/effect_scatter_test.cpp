@@ -54,16 +54,15 @@ TEST(Diffuse, moves_by_any_reach) {
     const Picture source = random_opaque_picture(31, 17, 9);
     for (const std::int32_t reach : {1, 5, 100, 0x7FFFFFFF}) {
         const Picture result = diffused(source, reach);
-        for (std::int32_t y = 0; y < 17; ++y) {
-            for (std::int32_t x = 0; x < 31; ++x) {
-                bool found = false;
-                const std::int32_t most = std::min(reach, 100) + 1;
-                for (std::int32_t v = std::max(0, y - most); v <= std::min(16, y + most) && !found; ++v) {
-                    for (std::int32_t u = std::max(0, x - most); u <= std::min(30, x + most) && !found; ++u)
-                        found = source.at(u, v) == result.at(x, y);
-                }
-                ASSERT_TRUE(found) << reach << " at " << x << ", " << y;
-            }
+        const std::int32_t most = std::min(reach, 100) + 1;
+        for (const PixelPoint at : places(31, 17)) {
+            const auto all = places(31, 17);
+            EXPECT_TRUE(std::any_of(all.begin(), all.end(),
+                                    [&](PixelPoint p) {
+                                        return std::max(std::abs(p.x - at.x), std::abs(p.y - at.y)) <= most &&
+                                               source.at(p.x, p.y) == result.at(at.x, at.y);
+                                    }))
+                << reach << " at " << at.x << ", " << at.y;
         }
     }
 }
@@ -76,16 +75,12 @@ Picture tiled(const Picture& source, TileColor color, std::int32_t half) {
 
 TEST(Mosaic, covers_what_has_its_middle_inside) {
     const Picture source = random_opaque_picture(11, 11, 3);
-    const Picture covered = tiled(source, TileColor::Centre, 1);
-    const Picture partly = tiled(source, TileColor::Centre, 2);
-    for (std::int32_t y = 0; y < 11; ++y) {
-        for (std::int32_t x = 0; x < 11; ++x) {
-            EXPECT_EQ(covered.at(x, y), source.at(x / 3 * 3 + 1, y / 3 * 3 + 1));
-            // The tiles at 10 have their middles at 12.
-            EXPECT_EQ(partly.at(x, y),
-                      x == 10 || y == 10 ? source.at(x, y) : source.at(x / 5 * 5 + 2, y / 5 * 5 + 2));
-        }
-    }
+    EXPECT_EQ(tiled(source, TileColor::Centre, 1),
+              picture_of(11, 11, [&](auto x, auto y) { return source.at(x / 3 * 3 + 1, y / 3 * 3 + 1); }));
+    // The tiles at 10 have their middles at 12.
+    EXPECT_EQ(tiled(source, TileColor::Centre, 2), picture_of(11, 11, [&](auto x, auto y) {
+                  return x == 10 || y == 10 ? source.at(x, y) : source.at(x / 5 * 5 + 2, y / 5 * 5 + 2);
+              }));
 }
 
 TEST(Mosaic, counts_the_middle_twice_and_edges_as_often_as_they_are_met) {
@@ -100,10 +95,7 @@ TEST(Mosaic, blends_colors_of_middles) {
     Picture source(4, 3, 0xFF101010);
     source.pixels[5] = 0x80F00000;
     Picture expected = source;
-    for (std::int32_t y = 0; y < 3; ++y) {
-        for (std::int32_t x = 0; x < 3; ++x)
-            expected.view().row(y)[x] = source_over(source.at(x, y), 0x80F00000);
-    }
+    for (const auto& [x, y] : places(3, 3)) expected.at(x, y) = source_over(source.at(x, y), 0x80F00000);
     EXPECT_EQ(tiled(source, TileColor::Centre, 1), expected);
     source.pixels[5] = 0x00F00000;
     EXPECT_EQ(tiled(source, TileColor::Centre, 1), source);

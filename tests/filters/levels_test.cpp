@@ -1,10 +1,14 @@
-// Tests of the automatic corrections: what they take from the statistics, to the single pixel.
+// Tests of the histograms, and of the automatic corrections: what they take from them, to the single pixel.
 // SPDX-License-Identifier: MIT
 #include "filters/levels.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <numeric>
+
 #include "filters/adjust.h"
+#include "filters/histogram.h"
 #include "support/pictures.h"
 
 namespace pixvane::test {
@@ -17,30 +21,37 @@ using filters::ChannelTables;
 /// Histograms of a picture whose channels are all alike.
 ChannelHistograms equal_channels(const filters::Histogram& bins) { return {bins, bins, bins}; }
 
-ChannelTable straight_table() {
+template <class Value>
+ChannelTable table_of(Value value) {
     ChannelTable table;
-    for (std::size_t i = 0; i < 256; ++i) table[i] = static_cast<std::uint8_t>(i);
+    for (int i = 0; i < 256; ++i)
+        table[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(std::clamp<double>(value(i), 0, 255));
     return table;
 }
+template <class Value>
+void expect_tables(const ChannelTables& tables, Value value) {
+    for (const ChannelTable& table : {tables.red, tables.green, tables.blue})
+        EXPECT_EQ(table, table_of(value));
+}
 
-void autocolor(ConstPixelBuffer source, PixelBuffer target) {
-    filters::apply_tables(source, target, filters::autocolor_tables(filters::channel_ranges(source)));
+ChannelTables autolevels(const Picture& source) {
+    return filters::autolevels_tables(filters::channel_histograms(source.view()));
+}
+ChannelTables autocontrast(const Picture& source) {
+    return filters::autocontrast_tables(filters::channel_histograms(source.view()));
 }
 
 TEST(Autocolor, StretchesEachChannelTo5And250) {
-    const Picture source(3, 1, {0x000A6400, 0xFF1E6401, 0xFF146403});
-    Picture target(3, 1);
-    autocolor(source.view(), target.view());
     // Red 10..30 by 12.25: 5, 250, 10 * 12.25 + 5 = 127.5. Blue 0..3 by 81.67: 5, 86.67, 250. Green has one
-    // value and stays.
-    EXPECT_EQ(target.pixels, (std::vector<Pixel>{0xFF056405, 0xFFFA6456, 0xFF7F64FA}));
-}
-
-TEST(Autocolor, LeavesASinglePixelAlone) {
-    const Picture source(1, 1, 0x00336699);
-    Picture target(1, 1);
-    autocolor(source.view(), target.view());
-    EXPECT_EQ(target.at(0, 0), 0xFF336699);
+    // value and stays, as all of a single pixel.
+    for (const auto& [source, expected] : {std::pair{Picture(3, 1, {0x000A6400, 0xFF1E6401, 0xFF146403}),
+                                                     Picture(3, 1, {0xFF056405, 0xFFFA6456, 0xFF7F64FA})},
+                                           {Picture(1, 1, 0x00336699), Picture(1, 1, 0xFF336699)}}) {
+        Picture target(source.width, 1);
+        filters::apply_tables(source, target.view(),
+                              filters::autocolor_tables(filters::channel_ranges(source)));
+        EXPECT_EQ(target, expected);
+    }
 }
 
 TEST(Autolevels, CutsFivePercentOfAThird) {
@@ -55,20 +66,13 @@ TEST(Autolevels, CutsFivePercentOfAThird) {
     const ChannelTables tables = filters::autolevels_tables(equal_channels(red));
     // The low end is the first value with ten pixels below it, the high end the last with ten above it.
     const double factor = 1.0 / (209 - 31);
-    for (std::int32_t i = 0; i < 256; ++i) {
-        const double value = ((i - 31) * factor) * 255.0;
-        const auto expected = static_cast<std::uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
-        ASSERT_EQ(tables.red[static_cast<std::size_t>(i)], expected) << i;
-    }
-    EXPECT_EQ(tables.red, tables.green);
-    EXPECT_EQ(tables.red, tables.blue);
+    expect_tables(tables, [=](int i) { return ((i - 31) * factor) * 255.0; });
 }
 
 TEST(Autolevels, RedLowEndBoundsTheOtherChannels) {
     // 600 pixels of one colour, red 200, green 100, blue 50: a low end lies one above the only value, a high
     // end one below it.
-    const Picture source(30, 20, 0xFFC86432);
-    const ChannelTables tables = filters::autolevels_tables(filters::channel_histograms(source.view()));
+    const ChannelTables tables = autolevels(Picture(30, 20, 0xFFC86432));
     // Red: low 201, range max(199, 202) - 201 = 1.
     EXPECT_EQ(tables.red[201], 0);
     EXPECT_EQ(tables.red[202], 255);
@@ -82,14 +86,12 @@ TEST(Autolevels, RedLowEndBoundsTheOtherChannels) {
 
 TEST(Autolevels, LowEndIsNeverZeroOnceFound) {
     // One pixel: the threshold is 0, met at once, and found again at 1.
-    const Picture source(1, 1, 0x00336699);
-    const ChannelTables tables = filters::autolevels_tables(filters::channel_histograms(source.view()));
+    const ChannelTables tables = autolevels(Picture(1, 1, 0x00336699));
     EXPECT_EQ(tables.red[1], 0);
     EXPECT_EQ(tables.red[2], static_cast<std::uint8_t>(255.0 / 254));
     EXPECT_EQ(tables.red[255], 255);
     // All white: the low end of 256 is not found, 254 at most.
-    Picture white(30, 20, 0xFFFFFFFF);
-    const ChannelTables flat = filters::autolevels_tables(filters::channel_histograms(white.view()));
+    const ChannelTables flat = autolevels(Picture(30, 20, 0xFFFFFFFF));
     EXPECT_EQ(flat.red[0], 0);
     EXPECT_EQ(flat.red[255], 255);
 }
@@ -103,27 +105,18 @@ TEST(Autocontrast, CutsAFifthOfThePixelsFromAllCounts) {
     bins[200] = 1;
     bins[240] = 6;
     const ChannelTables tables = filters::autocontrast_tables(equal_channels(bins));
-    for (std::int32_t i = 0; i < 256; ++i) {
-        const double value = ((i - 11) * 255.0) / (199 - 11);
-        const auto expected = static_cast<std::uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
-        ASSERT_EQ(tables.red[static_cast<std::size_t>(i)], expected) << i;
-    }
-    EXPECT_EQ(tables.red, tables.green);
-    EXPECT_EQ(tables.red, tables.blue);
+    expect_tables(tables, [](int i) { return ((i - 11) * 255.0) / (199 - 11); });
 }
 
 TEST(Autocontrast, EndsOfSmallAndFlatPictures) {
     // One pixel: threshold 0, so low 0 and high 255.
-    const Picture one(1, 1, 0x00336699);
-    EXPECT_EQ(filters::autocontrast_tables(filters::channel_histograms(one.view())).red, straight_table());
+    EXPECT_EQ(autocontrast(Picture(1, 1, 0x00336699)).red, table_of([](int i) { return i; }));
     // All white: low 256 counts as not found, 0; high 254.
-    const Picture white(30, 20, 0x00FFFFFF);
-    const ChannelTables ofWhite = filters::autocontrast_tables(filters::channel_histograms(white.view()));
+    const ChannelTables ofWhite = autocontrast(Picture(30, 20, 0x00FFFFFF));
     EXPECT_EQ(ofWhite.red[127], static_cast<std::uint8_t>(127 * 255.0 / 254));
     EXPECT_EQ(ofWhite.red[255], 255);
     // All black: low 1, high not found, so a range of 1.
-    const Picture black(30, 20, 0x00000000);
-    const ChannelTables ofBlack = filters::autocontrast_tables(filters::channel_histograms(black.view()));
+    const ChannelTables ofBlack = autocontrast(Picture(30, 20));
     EXPECT_EQ(ofBlack.red[1], 0);
     EXPECT_EQ(ofBlack.red[2], 255);
 }
@@ -147,6 +140,32 @@ TEST(Levels, StatisticsOfPartsAddUp) {
     ranges += filters::channel_ranges(source.view().rows(1, 33));
     ranges += filters::ChannelRanges{};
     EXPECT_EQ(ranges, filters::channel_ranges(source.view()));
+}
+
+TEST(Histogram, OneColourFallsInOneBin) {
+    const Picture source(10, 10, 0x00336699);
+    const auto only = [](const filters::Histogram& histogram, std::size_t bin) {
+        return histogram[bin] == 100 && std::accumulate(histogram.begin(), histogram.end(), 0) == 100;
+    };
+    EXPECT_TRUE(only(filters::channel_histogram(source.view(), filters::Channel::Red), 0x33));
+    EXPECT_TRUE(only(filters::channel_histogram(source.view(), filters::Channel::Green), 0x66));
+    EXPECT_TRUE(only(filters::channel_histogram(source.view(), filters::Channel::Blue), 0x99));
+    EXPECT_TRUE(only(filters::luminance_histogram(source.view()), 94));
+    EXPECT_TRUE(only(filters::luminance_histogram(Picture(100, 1, 0xFFFFFFFF).view()), 255));
+}
+
+TEST(Histogram, EveryPixelCountsOnceInEveryChannel) {
+    const Picture source = random_picture(131, 67, 3);
+    filters::ChannelHistograms expected;
+    for (const Pixel p : source.pixels) {
+        ++expected.red[red_of(p)];
+        ++expected.green[green_of(p)];
+        ++expected.blue[blue_of(p)];
+    }
+    EXPECT_EQ(filters::channel_histograms(source.view()), expected);
+    EXPECT_EQ(filters::channel_histogram(source.view(), filters::Channel::Red), expected.red);
+    EXPECT_EQ(filters::channel_histogram(source.view(), filters::Channel::Green), expected.green);
+    EXPECT_EQ(filters::channel_histogram(source.view(), filters::Channel::Blue), expected.blue);
 }
 
 }  // namespace

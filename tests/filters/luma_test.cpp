@@ -23,9 +23,7 @@ TEST(Luma, OfAllColoursOnEveryInstructionSet) {
     filters::Histogram histogram{};
     for (std::size_t i = 0; i < colours.pixels.size(); ++i) {
         const Pixel p = colours.pixels[i];
-        const double r = red_of(p);
-        const double g = green_of(p);
-        const double b = blue_of(p);
+        const double r = red_of(p), g = green_of(p), b = blue_of(p);
         const auto y = static_cast<std::uint32_t>(0.7154 * g + 0.2125 * r + 0.0721 * b);
         const auto other = static_cast<std::uint32_t>(0.0721 * b + 0.2125 * r + 0.7154 * g);
         greys.pixels[i] = make_pixel(255, y, y, y);

@@ -6,7 +6,7 @@
 #include <QUrl>
 #include <stdexcept>
 
-#include "widgets.h"
+#include "support/widgets.h"
 
 namespace pixvane::test {
 namespace {

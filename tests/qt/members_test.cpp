@@ -10,7 +10,7 @@
 #include <memory>
 #include <numeric>
 
-#include "widgets.h"
+#include "support/widgets.h"
 
 namespace pixvane::test {
 namespace {

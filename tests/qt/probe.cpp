@@ -1,43 +1,18 @@
-// A program with one widget, for tests in a real window: says what happens, does what it is told on its
-// input. SPDX-License-Identifier: MIT Usage: probe WIDTH HEIGHT PICTURE    the widget fills a window named
-// "probe"
-//        probe --source FILE           a window named "source", from which FILE can be dragged
+// A widget in a real window: probe WIDTH HEIGHT PICTURE. Does what it is told on its input, and says what
+// happens. SPDX-License-Identifier: MIT
 #include <QApplication>
-#include <QDrag>
-#include <QElapsedTimer>
-#include <QMimeData>
-#include <QMouseEvent>
-#include <QPainter>
 #include <QSocketNotifier>
-#include <QUrl>
 #include <cstdio>
 #include <iostream>
 #include <string>
 
 #include "pixvane_widget.h"
-#include "widgets.h"
+#include "support/widgets.h"
 
 namespace {
 
 using pixvane::test::EventLog;
 using pixvane::test::frame_of;
-
-class Source : public QWidget {
-public:
-    explicit Source(QString file) : file_(std::move(file)) {}
-
-protected:
-    void mousePressEvent(QMouseEvent*) override {
-        auto* data = new QMimeData;
-        data->setUrls({QUrl::fromLocalFile(file_)});
-        auto* drag = new QDrag(this);
-        drag->setMimeData(data);
-        drag->exec(Qt::CopyAction);
-    }
-
-private:
-    QString file_;
-};
 
 void say(const std::string& line) {
     std::puts(line.c_str());
@@ -68,13 +43,6 @@ std::string obey(PixvaneWidget& widget, EventLog& log, const QStringList& words)
 int main(int count, char** texts) {
     QApplication application(count, texts);
     const QStringList arguments = QApplication::arguments();
-    if (arguments.value(1) == QLatin1String("--source")) {
-        Source source(arguments.value(2));
-        source.setWindowTitle(QStringLiteral("source"));
-        source.setGeometry(0, 0, 100, 100);
-        source.show();
-        return QApplication::exec();
-    }
     PixvaneWidget widget;
     EventLog log(widget);
     widget.setWindowTitle(QStringLiteral("probe"));

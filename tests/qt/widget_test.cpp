@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <QUrl>
 
-#include "widgets.h"
+#include "support/widgets.h"
 
 namespace pixvane::test {
 namespace {

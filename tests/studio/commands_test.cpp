@@ -154,7 +154,8 @@ TEST_F(Commands, SlowOnesSayTheirNameBeforeTheyStart) {
     view().Undo();
     // As if it had been slow.
     runner.timed(command, [] { QThread::msleep(3); });
-    ASSERT_TRUE(view().LoadFromImageArray(pattern(kWidth * 8, kHeight * 8), kWidth * 8, kHeight * 8));
+    ASSERT_TRUE(view().LoadFromImageArray(pixvane::test::patterned_pixels(kWidth * 8, kHeight * 8),
+                                          kWidth * 8, kHeight * 8));
     EXPECT_GE(runner.expected_milliseconds(command), 64 * 3 * 0.99);
     runner.run(command);
     EXPECT_EQ(told, QStringList({title_of(command), QStringLiteral(" done")}));

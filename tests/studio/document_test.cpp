@@ -1,10 +1,8 @@
 // The file behind the picture: sizes before saving, unsaved changes, dropped and recent files.
 // SPDX-License-Identifier: MIT
 #include <QAbstractButton>
-#include <QDropEvent>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QTemporaryDir>
 #include <QUrl>
 
@@ -107,20 +105,11 @@ TEST_F(Documents, DroppedFilesAreOpened) {
     view().SetNewSize(30, 20);
     const QString second = saved(QStringLiteral("second.png"));
     ASSERT_TRUE(window.document().open(first));
-    QMimeData files;
-    files.setUrls({QUrl::fromLocalFile(second)});
-    const auto drop = [&](QWidget& target) {
-        QDragEnterEvent enters(QPoint(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&target, &enters);
-        EXPECT_TRUE(enters.isAccepted());
-        QDropEvent drops(QPointF(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&target, &drops);
-    };
-    drop(view());
+    EXPECT_TRUE(pixvane::test::send_drop(view(), {QUrl::fromLocalFile(second)}));
     wait_until([&] { return window.document().path() == second; });
     EXPECT_EQ(view().ImageWidth(), 30);
     ASSERT_TRUE(window.document().close());
-    drop(window);
+    EXPECT_TRUE(pixvane::test::send_drop(window, {QUrl::fromLocalFile(second)}));
     wait_until([&] { return window.document().path() == second; });
     EXPECT_EQ(RecentFiles::paths().mid(0, 2), QStringList({second, first}));
 }

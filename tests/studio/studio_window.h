@@ -9,6 +9,7 @@
 #include <functional>
 
 #include "main_window.h"
+#include "support/widgets.h"
 
 namespace studio {
 
@@ -20,24 +21,14 @@ inline void wait_until(const std::function<bool()>& isSo) {
     ASSERT_TRUE(isSo());
 }
 
-/// Pixels B, G, R, A that differ everywhere.
-inline QByteArray pattern(int width, int height) {
-    QByteArray pixels;
-    for (int i = 0; i < width * height; ++i) {
-        const char bytes[] = {static_cast<char>(i * 7), static_cast<char>(i / width * 11),
-                              static_cast<char>(i * i / 13), static_cast<char>(255)};
-        pixels.append(bytes, 4);
-    }
-    return pixels;
-}
-
 constexpr int kWidth = 72, kHeight = 52;
 
 class StudioWindow : public testing::Test {
 protected:
     void SetUp() override {
         window.show();
-        ASSERT_TRUE(view().LoadFromImageArray(pattern(kWidth, kHeight), kWidth, kHeight));
+        ASSERT_TRUE(
+            view().LoadFromImageArray(pixvane::test::patterned_pixels(kWidth, kHeight), kWidth, kHeight));
         window.refresh();
     }
     PixvaneWidget& view() { return window.view(); }

@@ -30,9 +30,9 @@ class StudioWindow(unittest.TestCase):
     def file(self, name):
         return os.path.join(self.folder, name)
 
-    def start(self, *arguments, **environment):
+    def start(self, *arguments, program=STUDIO, **environment):
         program = subprocess.Popen(
-            [STUDIO, *arguments],
+            [program, *arguments],
             env=self.screen.environment(XDG_CONFIG_HOME=self.folder, XDG_RUNTIME_DIR=self.folder, **environment))
         self.addCleanup(self.stop, program)
         return program
@@ -130,34 +130,13 @@ class StudioWindow(unittest.TestCase):
         screen = self.screen
         other = self.file("other.png")
         self.edited("other.png", "Invert")
-        self.start_source(other)
+        self.start(other, program=DRAG_SOURCE)
         source = screen.window("^drag source")
         # Where the studio's window leaves room.
         screen.do("windowmove", "--sync", source, 1270, 0)
-        screen.do("mousemove", "--window", source, 40, 40)
-        screen.do("mousedown", "1")
-        for x in (45, 60, 80):
-            screen.do("mousemove", "--window", source, x, 50)
-        for step in range(3):
-            screen.do("mousemove", "--window", self.window, AT[0] + 4 * step, AT[1])
-        wait_for("the offer of the file", lambda: screen.do("getmouselocation"))
-
-        def drop():
-            # A release before the studio has answered the drag would be no drop: move, release, look.
-            screen.do("mousemove_relative", "--", "1", "0")
-            return self.accepted(source)
-        wait_for("the drag to be taken", drop)
-        screen.do("mouseup", "1")
+        screen.drag(source, self.window, *AT)
         screen.window(r"^other\.png")
         self.wait_for_view("the dropped picture", lambda pixels: pixels != plain and len(set(pixels)) > 100)
-
-    def start_source(self, path):
-        program = subprocess.Popen([DRAG_SOURCE, path],
-                                   env=self.screen.environment(XDG_RUNTIME_DIR=self.folder))
-        self.addCleanup(self.stop, program)
-
-    def accepted(self, source):
-        return self.screen.do("getwindowname", source) == "drag source: taken"
 
     def test_without_a_picture_it_waits_for_one(self):
         self.start()

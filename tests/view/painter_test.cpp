@@ -39,8 +39,7 @@ protected:
     }
     Picture frame(const FrameContent& content) {
         EXPECT_TRUE(painter.compose(content, [](Canvas&) {}));
-        const ConstPixelBuffer made = painter.frame();
-        return {made.width, made.height, std::vector<Pixel>(made.data, made.data + made.count())};
+        return Picture(painter.frame());
     }
     Picture frame() { return frame(content()); }
     Picture frame_with_overview() {
@@ -53,7 +52,6 @@ protected:
 
     /// Background, the picture as the plain version scales it, its border.
     Picture model(bool border = true) {
-        Picture made(view.client_width(), view.client_height(), kBackground);
         const WindowRect r = view.ImageRect();
         Picture scaled(std::max(r.width, 0), std::max(r.height, 0));
         if (!scaled.pixels.empty()) {
@@ -61,20 +59,11 @@ protected:
             draw_scaled(scaled.view(), std::as_const(picture_).view(), {0, 0, r.width, r.height}, {}, memory,
                         true);
         }
-        const auto inside = [](const WindowRect& area, std::int32_t x, std::int32_t y) {
-            return area.contains({x, y});
-        };
-        for (std::int32_t y = 0; y < made.height; ++y) {
-            for (std::int32_t x = 0; x < made.width; ++x) {
-                Pixel& to = made.view().row(y)[x];
-                if (inside(r, x, y)) {
-                    to = source_over(to, scaled.at(x - r.x, y - r.y));
-                } else if (border && inside({r.x - 2, r.y - 2, r.width + 4, r.height + 4}, x, y)) {
-                    to = kBorder;
-                }
-            }
-        }
-        return made;
+        const WindowRect frame{r.x - 2, r.y - 2, r.width + 4, r.height + 4};
+        return picture_of(view.client_width(), view.client_height(), [&](std::int32_t x, std::int32_t y) {
+            if (r.contains({x, y})) return source_over(kBackground, scaled.at(x - r.x, y - r.y));
+            return border && frame.contains({x, y}) ? kBorder : kBackground;
+        });
     }
 
     Viewport view;
@@ -89,7 +78,7 @@ protected:
 
 TEST_F(Painters, show_background_picture_and_border) {
     TestRandom random(5);
-    const auto some = [&](std::uint32_t limit) { return static_cast<std::int32_t>(random.below(limit)); };
+    const auto some = [&](std::int32_t limit) { return random.between(0, limit - 1); };
     for (std::uint64_t seed = 0; seed < 150; ++seed) {
         const std::int32_t width = 1 + some(300), height = 1 + some(200);
         show(seed % 3 == 0 ? random_picture(width, height, seed) : random_opaque_picture(width, height, seed),
@@ -168,33 +157,30 @@ TEST_F(Painters, draw_the_overview_in_its_place) {
                    (x == r.x || y == r.y || x == r.x + r.width - 1 || y == r.y + r.height - 1);
         };
         int white = 0;
-        for (std::int32_t y = 0; y < shown.height; ++y) {
-            for (std::int32_t x = 0; x < shown.width; ++x) {
-                const WindowPoint p{x, y};
-                const Pixel pixel = shown.at(x, y);
-                const Pixel ground = source_over(plain.at(x, y), panel.color);
-                const bool corner = !at.body.contains(p) && !at.tab.contains(p);
-                if (frame.width > 0 && on_ring(frame, x, y)) {
-                    ASSERT_EQ(pixel, 0xFFD3D3D3);
-                } else if (at.thumbnail.contains(p)) {
-                    const Pixel small = thumbnail.at(x - at.thumbnail.x, y - at.thumbnail.y);
-                    const Pixel expected = source_over(plain.at(x, y), source_over(panel.color, small));
-                    for (int shift = 0; shift < 32; shift += 8)
-                        ASSERT_NEAR(pixel >> shift & 0xFF, expected >> shift & 0xFF, 1);
-                } else if (box.contains(p)) {
-                    const std::int32_t dx = x - box.x, dy = y - box.y;
-                    const bool cross = dx >= 3 && dx <= 6 && (dx == dy || dx + dy == 9);
-                    ASSERT_EQ(pixel, cross || on_ring(box, x, y) ? 0xFFD3D3D3 : 0xFF8B0000);
-                } else if (at.body.contains(p) && y >= captionTop) {
-                    white += pixel == 0xFFFFFFFF ? 1 : 0;
-                } else if (!corner) {
-                    ASSERT_EQ(pixel, ground) << x << ", " << y;
-                } else {
-                    // Of the corners a part is covered, and nothing else is touched.
-                    ASSERT_TRUE(pixel == plain.at(x, y) ||
-                                (pixel == ground && x >= at.tab.x && y >= at.body.y && x < at.body.x &&
-                                 y < at.body.y + at.body.height));
-                }
+        for (const auto& [x, y] : places(shown.width, shown.height)) {
+            const WindowPoint p{x, y};
+            const Pixel pixel = shown.at(x, y);
+            const Pixel ground = source_over(plain.at(x, y), panel.color);
+            const bool corner = !at.body.contains(p) && !at.tab.contains(p);
+            if (frame.width > 0 && on_ring(frame, x, y)) {
+                ASSERT_EQ(pixel, 0xFFD3D3D3);
+            } else if (at.thumbnail.contains(p)) {
+                const Pixel small = thumbnail.at(x - at.thumbnail.x, y - at.thumbnail.y);
+                const Pixel expected = source_over(plain.at(x, y), source_over(panel.color, small));
+                for (int shift = 0; shift < 32; shift += 8)
+                    ASSERT_NEAR(pixel >> shift & 0xFF, expected >> shift & 0xFF, 1);
+            } else if (box.contains(p)) {
+                const std::int32_t dx = x - box.x, dy = y - box.y;
+                const bool cross = dx >= 3 && dx <= 6 && (dx == dy || dx + dy == 9);
+                ASSERT_EQ(pixel, cross || on_ring(box, x, y) ? 0xFFD3D3D3 : 0xFF8B0000);
+            } else if (at.body.contains(p) && y >= captionTop) {
+                white += pixel == 0xFFFFFFFF ? 1 : 0;
+            } else if (!corner) {
+                ASSERT_EQ(pixel, ground) << x << ", " << y;
+            } else {
+                // Of the corners a part is covered, and nothing else is touched.
+                ASSERT_TRUE(pixel == plain.at(x, y) || (pixel == ground && x >= at.tab.x && y >= at.body.y &&
+                                                        x < at.body.x && y < at.body.y + at.body.height));
             }
         }
         EXPECT_GT(white, 60) << "the caption";
@@ -231,14 +217,11 @@ TEST_F(Painters, renew_the_overview_with_what_it_shows) {
 
 TEST_F(Painters, tell_of_a_scan_and_its_files) {
     show(Picture(), 400, 120);
-    Picture expected(400, 120, kBackground);
-    for (std::int32_t y = 0; y < 64; ++y) {
+    const Picture band = picture_of(400, 120, [](std::int32_t, std::int32_t y) {
         const auto grey = static_cast<std::uint32_t>(0x78 + (0xFF - 0x78) * (y + 0.5) / 64 + 0.5);
-        for (std::int32_t x = 0; x < 400; ++x)
-            expected.view().row(y)[x] = source_over(kBackground, make_pixel(0xC8, grey, grey, grey));
-    }
-    fill_area(expected.view(), {0, 64, 400, 2}, 0xFFFFFFFF);
-    const Picture band = expected;
+        if (y < 64) return source_over(kBackground, make_pixel(0xC8, grey, grey, grey));
+        return y < 66 ? 0xFFFFFFFF : kBackground;
+    });
     FrameContent c = content();
     c.busy = true;
     const Picture scanning = frame(c);
@@ -248,7 +231,7 @@ TEST_F(Painters, tell_of_a_scan_and_its_files) {
     const Picture tall = random_opaque_picture(50, 100, 7);
     for (const auto& [file, area, kilobytes] : {std::tuple{&preview, PixelRect{16, 16, 64, 32}, "2 Kb"},
                                                 std::tuple{&tall, PixelRect{36, 8, 24, 48}, "1 Kb"}}) {
-        expected = band;
+        Picture expected = band;
         Canvas canvas(expected.view(), *rasterizer, false);
         canvas.picture(file->view(), area);
         Font font;
@@ -317,7 +300,6 @@ TEST_F(Painters, take_memory_once) {
 TEST_F(Painters, preview_a_rotation_within_the_picture_s_place_or_filling_it) {
     show(Picture(120, 80, 0xFFC02010), 200, 160);
     const WindowRect place = view.ImageRect();
-    const auto inside = [&](std::int32_t x, std::int32_t y) { return place.contains({x, y}); };
     FrameContent c = content();
     c.showBorder = false;
     c.pictureBackground = 0xFF0000FF;
@@ -329,19 +311,17 @@ TEST_F(Painters, preview_a_rotation_within_the_picture_s_place_or_filling_it) {
         c.rotation.fit = true;
         const Picture fitted = frame(c);
         int shown = 0;
-        for (std::int32_t y = 0; y < 160; ++y) {
-            for (std::int32_t x = 0; x < 200; ++x) {
-                if (small.at(x, y) != kBackground) {
-                    ASSERT_TRUE(inside(x, y)) << degrees << ": " << x << ", " << y;
-                    ++shown;
-                }
-                // The outermost pixels may show what is below the smooth edge.
-                const bool deep = place.contains({x - 1, y - 1}) && place.contains({x + 1, y + 1});
-                if (!inside(x, y)) {
-                    ASSERT_EQ(fitted.at(x, y), kBackground);
-                } else if (deep) {
-                    ASSERT_EQ(fitted.at(x, y), 0xFFC02010) << degrees << ": " << x << ", " << y;
-                }
+        for (const auto& [x, y] : places(200, 160)) {
+            const bool inside = place.contains({x, y});
+            if (small.at(x, y) != kBackground) {
+                ASSERT_TRUE(inside) << degrees << ": " << x << ", " << y;
+                ++shown;
+            }
+            // The outermost pixels may show what is below the smooth edge.
+            const bool deep = place.contains({x - 1, y - 1}) && place.contains({x + 1, y + 1});
+            if (!inside || deep) {
+                ASSERT_EQ(fitted.at(x, y), inside ? 0xFFC02010 : kBackground)
+                    << degrees << ": " << x << ", " << y;
             }
         }
         EXPECT_GT(shown, 120 * 80 / 4) << degrees;

@@ -1,4 +1,5 @@
-// Tests of the studio's parts: a program with an application object, on no screen, with settings of its own.
+// Tests of widgets: a program with an application object, on no screen unless the environment names one, with
+// settings of its own.
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
@@ -8,11 +9,11 @@
 
 int main(int count, char** arguments) {
     testing::InitGoogleTest(&count, arguments);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     const QTemporaryDir settings;
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     QApplication application(count, arguments);
     QApplication::setOrganizationName(QStringLiteral("PixvaneTest"));
-    QApplication::setApplicationName(QStringLiteral("studio"));
+    QApplication::setApplicationName(QStringLiteral("widgets"));
     return RUN_ALL_TESTS();
 }

@@ -54,7 +54,7 @@ void send_mouse(PixvaneWidget& widget, QEvent::Type type, Qt::MouseButton button
                 int x, int y);
 void send_wheel(PixvaneWidget& widget, int angle, int x, int y, Qt::ScrollPhase phase = Qt::NoScrollPhase);
 /// Whether the widget took the drag that came before the drop.
-bool send_drop(PixvaneWidget& widget, const QList<QUrl>& urls);
+bool send_drop(QWidget& widget, const QList<QUrl>& urls);
 
 /// Shows the window and waits until it is painted.
 void show(QWidget& window);

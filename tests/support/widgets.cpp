@@ -1,6 +1,6 @@
 // What the tests of the widget share.
 // SPDX-License-Identifier: MIT
-#include "widgets.h"
+#include "support/widgets.h"
 
 #include <QApplication>
 #include <QDir>
@@ -131,7 +131,7 @@ void send_wheel(PixvaneWidget& widget, int angle, int x, int y, Qt::ScrollPhase 
     QApplication::sendEvent(&widget, &event);
 }
 
-bool send_drop(PixvaneWidget& widget, const QList<QUrl>& urls) {
+bool send_drop(QWidget& widget, const QList<QUrl>& urls) {
     QMimeData data;
     data.setUrls(urls);
     QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);

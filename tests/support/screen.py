@@ -47,6 +47,21 @@ class Screen:
                          lambda: self.do("search", "--onlyvisible", "--name", title))
         return found.split()[0]
 
+    def drag(self, source, target, x, y):
+        """Drags out of a window that has a file to give, and drops on another one at (x, y)."""
+        self.do("mousemove", "--window", source, 40, 40, "mousedown", 1)
+        for step in (45, 60, 80):
+            self.do("mousemove", "--window", source, step, 50)
+        self.do("mousemove", "--window", target, x, y)
+
+        def taken():
+            # A release before the target has answered would be no drop: move and look.
+            self.do("mousemove_relative", "--", 1, 0)
+            return self.do("getwindowname", source).endswith(": taken")
+
+        wait_for("the drag to be taken", taken)
+        self.do("mouseup", 1)
+
     def keys(self, window, *keys):
         self.do("windowfocus", "--sync", window)
         for key in keys:
