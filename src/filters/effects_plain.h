@@ -21,6 +21,7 @@ void mosaic(ConstPixelBuffer source, PixelBuffer target, TileColor color, std::i
 void textile(ConstPixelBuffer source, PixelBuffer target, std::int32_t opacity, RandomGenerator& random);
 void focal_bw(ConstPixelBuffer source, PixelBuffer target, const Focus& focus, std::int32_t first,
               std::int32_t last);
+void soft_focus_weights(PixelBuffer weights, const Focus& focus, std::int32_t first, std::int32_t last);
 bool soft_focus(ConstPixelBuffer source, PixelBuffer target, ConstPixelBuffer weights, const Focus& focus,
                 std::int32_t first, std::int32_t last);
 

@@ -1,24 +1,43 @@
 // A blur that grows with the distance from a point.
 // SPDX-License-Identifier: MIT
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "filters/soft_focus.cpp"
+#include <hwy/foreach_target.h>  // this file once for each instruction set
+
 #include <algorithm>
 
 #include "core/compose.h"
 #include "core/kernel_path.h"
+#include "core/pixel_rows.h"
 #include "filters/effects_plain.h"
 #include "filters/focus.h"
+#include "filters/focus_rows-inl.h"
 
+#ifndef PIXVANE_FILTERS_SOFT_FOCUS_
+#define PIXVANE_FILTERS_SOFT_FOCUS_
 namespace pixvane::filters {
 namespace {
 
 constexpr std::uint32_t kFullWeight = 2;
+
+// What the weight loses from one pixel of the transition to the next.
+double weight_step(const Focus& focus) { return (focus.transition - 1.0) / focus.transition; }
+
+}  // namespace
+}  // namespace pixvane::filters
+#endif
+
+#if HWY_ONCE
+namespace pixvane::filters {
+namespace {
 
 // At most twice the largest transition, which fits.
 std::uint32_t weight_of(const Focus& focus, std::int32_t x, std::int32_t y) {
     const double d = distance(focus, x, y);
     if (d < focus.radius) return 0;
     if (d >= full_distance(focus)) return kFullWeight;
-    const double step = (focus.transition - 1.0) / focus.transition;
-    return static_cast<std::uint32_t>((focus.transition - step * (d - focus.radius)) * kFullWeight);
+    return static_cast<std::uint32_t>((focus.transition - weight_step(focus) * (d - focus.radius)) *
+                                      kFullWeight);
 }
 
 // The pixel at (x, y) and its neighbours, each coordinate limited to the picture.
@@ -45,7 +64,8 @@ Pixel weighted_mean(ConstPixelBuffer source, std::int32_t x, std::int32_t y, std
 
 }  // namespace
 
-void soft_focus_weights(PixelBuffer weights, const Focus& focus, std::int32_t first, std::int32_t last) {
+void plain::soft_focus_weights(PixelBuffer weights, const Focus& focus, std::int32_t first,
+                               std::int32_t last) {
     for (std::int32_t y = first; y < last; ++y) {
         for (std::int32_t x = 0; x < weights.width; ++x) weights.row(y)[x] = weight_of(focus, x, y);
     }
@@ -66,9 +86,179 @@ bool plain::soft_focus(ConstPixelBuffer source, PixelBuffer target, ConstPixelBu
     return changes != 0;
 }
 
+}  // namespace pixvane::filters
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace pixvane::filters::HWY_NAMESPACE {
+#if PIXVANE_VECTORS
+using namespace pixvane::HWY_NAMESPACE;
+
+// Weights that floats can divide by, see change() below.
+constexpr std::int32_t kLargestWeight = 16376;
+bool has_small_weights(const Focus& focus) {
+    return focus.transition <= kLargestWeight / static_cast<std::int32_t>(kFullWeight);
+}
+
+// The weights of pixels of the transition, from x on.
+HWY_INLINE IntVec weights_at(const Focus& focus, double step, std::int32_t x, std::int32_t y) {
+    const DoubleTag d;
+    const DoublePair distance = distances(focus, x, y);
+    const auto weight = [&](DoubleVec v) HWY_ATTR {
+        const DoubleVec lost = hn::Mul(hn::Set(d, step), hn::Sub(v, hn::Set(d, focus.radius)));
+        return hn::Mul(hn::Sub(hn::Set(d, focus.transition), lost), hn::Set(d, kFullWeight));
+    };
+    return to_ints({weight(distance.low), weight(distance.high)});
+}
+
+class WeightRow {
+public:
+    WeightRow(const Focus& focus, std::int32_t y) : focus_(focus), y_(y), step_(weight_step(focus)) {}
+
+    void keep(std::int32_t, std::size_t count, Pixel* to) const { std::fill_n(to, count, 0U); }
+    HWY_INLINE PixelVec complete(std::int32_t) const { return hn::Set(PixelTag(), kFullWeight); }
+    HWY_INLINE PixelVec change(std::int32_t x) const {
+        return hn::BitCast(PixelTag(), weights_at(focus_, step_, x, y_));
+    }
+
+private:
+    Focus focus_;
+    std::int32_t y_;
+    double step_;
+};
+
+class SoftRow {
+public:
+    SoftRow(ConstPixelBuffer source, const Pixel* weights, const Focus& focus, std::int32_t y)
+        : rows_{source.row(std::max(y - 1, 0)), source.row(y),
+                source.row(std::min(y + 1, source.height - 1))},
+          weights_(weights),
+          width_(source.width),
+          y_(y),
+          focus_(focus),
+          step_(weight_step(focus)),
+          tenth_(10, 10 * 255) {}
+
+    void keep(std::int32_t x, std::size_t count, Pixel* to) const {
+        std::memcpy(to, rows_[1] + x, count * sizeof(Pixel));
+        blend_row(to, rows_[1] + x, count);
+    }
+    HWY_INLINE PixelVec complete(std::int32_t x) const {
+        const Nine nine = nine_at(x);
+        return pixels_of_words(tenth_(hn::Add(nine.blueRed, blue_red_words(nine.own))),
+                               tenth_(hn::Add(nine.greenAlpha, green_alpha_words(nine.own))));
+    }
+    // Totals are below 2^24 and exact in floats. The reciprocal is a little too large, at most 3 / 2^24 of
+    // itself: no quotient falls short of a whole number, nor comes within 1 / 18000 of its true value to the
+    // next one, which is at least 1 / (kLargestWeight + 8) away.
+    HWY_INLINE PixelVec change(std::int32_t x) const {
+        const PixelTag d;
+        const IntTag ints;
+        const FloatTag floats;
+        const Nine nine = nine_at(x);
+        const IntVec weight =
+            weights_ == nullptr ? weights_at(focus_, step_, x, y_) : hn::BitCast(ints, load(weights_, x));
+        const FloatVec extra = hn::ConvertTo(floats, hn::Sub(weight, hn::Set(ints, 1)));
+        const FloatVec sum = hn::Add(extra, hn::Set(floats, 9.0F));
+        const FloatVec reciprocal = hn::BitCast(
+            floats, hn::Add(hn::BitCast(ints, hn::Div(hn::Set(floats, 1.0F), sum)), hn::Set(ints, 1)));
+        const auto mean = [&](PixelVec around, PixelVec own) HWY_ATTR {
+            const FloatVec total = hn::Add(hn::ConvertTo(floats, hn::BitCast(ints, around)),
+                                           hn::Mul(hn::ConvertTo(floats, hn::BitCast(ints, own)), extra));
+            return hn::ConvertTo(ints, hn::Mul(total, reciprocal));
+        };
+        const PixelVec blueRed = hn::BitCast(d, nine.blueRed);
+        const PixelVec greenAlpha = hn::BitCast(d, nine.greenAlpha);
+        const PixelVec low = hn::Set(d, 0xFFFF);
+        return pixels_of_channels(mean(hn::And(blueRed, low), blue_lanes(nine.own)),
+                                  mean(hn::And(greenAlpha, low), green_lanes(nine.own)),
+                                  mean(hn::ShiftRight<16>(blueRed), red_lanes(nine.own)));
+    }
+
+private:
+    // Sums of 3 x 3 pixels, and those in the middle.
+    struct Nine {
+        WordVec blueRed, greenAlpha;
+        PixelVec own;
+    };
+
+    HWY_INLINE PixelVec load(const Pixel* row, std::int32_t x) const {
+        if (HWY_LIKELY(x >= 0 && x + lanes_of_pixels() <= width_)) return hn::LoadU(PixelTag(), row + x);
+        return load_repeating(row, width_, x);
+    }
+    HWY_INLINE Nine nine_at(std::int32_t x) const {
+        if (HWY_LIKELY(x >= 1 && x + lanes_of_pixels() + 1 <= width_)) return nine_at(x, InTheMidst());
+        return nine_at(x, NearTheEnds{width_});
+    }
+    template <class Load>
+    HWY_INLINE Nine nine_at(std::int32_t x, const Load& load_at) const {
+        Nine nine{hn::Zero(WordTag()), hn::Zero(WordTag()), load_at(rows_[1], x)};
+        for (const Pixel* row : rows_) {
+            for (std::int32_t u = x - 1; u <= x + 1; ++u) {
+                const PixelVec p = load_at(row, u);
+                nine.blueRed = hn::Add(nine.blueRed, blue_red_words(p));
+                nine.greenAlpha = hn::Add(nine.greenAlpha, green_alpha_words(p));
+            }
+        }
+        return nine;
+    }
+
+    const Pixel* rows_[3];
+    const Pixel* weights_;
+    std::int32_t width_, y_;
+    Focus focus_;
+    double step_;
+    WordQuotient tenth_;
+};
+
+void soft_focus_weights(PixelBuffer weights, const Focus& focus, std::int32_t first, std::int32_t last) {
+    if (!has_small_weights(focus)) return plain::soft_focus_weights(weights, focus, first, last);
+    const bool streaming = weights.rows(first, last).bytes() >= kStreamingBytes;
+    for (std::int32_t y = first; y < last; ++y)
+        make_focus_row(WeightRow(focus, y), focus_spans(focus, y, weights.width), weights.width,
+                       weights.row(y), streaming, [](const Pixel*, std::int32_t, std::size_t) {});
+    if (streaming) hwy::FlushStream();
+}
+
 bool soft_focus(ConstPixelBuffer source, PixelBuffer target, ConstPixelBuffer weights, const Focus& focus,
                 std::int32_t first, std::int32_t last) {
-    return plain::soft_focus(source, target, weights, focus, first, last);
+    if (!has_small_weights(focus)) return plain::soft_focus(source, target, weights, focus, first, last);
+    const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
+    bool changed = false;
+    for (std::int32_t y = first; y < last; ++y) {
+        const Pixel* known = weights.data != nullptr ? weights.row(y) : nullptr;
+        const Pixel* row = source.row(y);
+        make_focus_row(SoftRow(source, known, focus, y), focus_spans(focus, y, source.width), source.width,
+                       target.row(y), streaming, [&](const Pixel* piece, std::int32_t x, std::size_t count) {
+                           changed = changed || std::memcmp(piece, row + x, count * sizeof(Pixel)) != 0;
+                       });
+    }
+    if (streaming) hwy::FlushStream();
+    return changed;
+}
+#else
+using plain::soft_focus;
+using plain::soft_focus_weights;
+#endif
+}  // namespace pixvane::filters::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace pixvane::filters {
+
+HWY_EXPORT(soft_focus);
+HWY_EXPORT(soft_focus_weights);
+
+void soft_focus_weights(PixelBuffer weights, const Focus& focus, std::int32_t first, std::int32_t last) {
+    pick_kernel(plain::soft_focus_weights, HWY_DYNAMIC_DISPATCH(soft_focus_weights))(weights, focus, first,
+                                                                                     last);
+}
+
+bool soft_focus(ConstPixelBuffer source, PixelBuffer target, ConstPixelBuffer weights, const Focus& focus,
+                std::int32_t first, std::int32_t last) {
+    return pick_kernel(plain::soft_focus, HWY_DYNAMIC_DISPATCH(soft_focus))(source, target, weights, focus,
+                                                                            first, last);
 }
 
 }  // namespace pixvane::filters
+#endif

@@ -59,6 +59,8 @@ std::vector<Effect> other_effects() {
                                        {1, 1, -5, 400},
                                        {1, 700, 60, 40},
                                        {300, 5000, -200, -200},
+                                       {3, 8188, 20, 1},
+                                       {1, 8189, 600, 300},
                                        {5, 0x7FFFFFFF, 3, 3},
                                        {0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF, -0x7FFFFFFF}}) {
         const std::string number = std::to_string(list.size());
@@ -66,6 +68,13 @@ std::vector<Effect> other_effects() {
             [=](auto s, auto t, auto first, auto last) { filters::focal_bw(s, t, focus, first, last); });
         add("soft focus " + number, [=](auto s, auto t, auto first, auto last) {
             filters::soft_focus(s, t, {}, focus, first, last);
+        });
+        add("weights " + number,
+            [=](auto, auto t, auto first, auto last) { filters::soft_focus_weights(t, focus, first, last); });
+        add("weighted focus " + number, [=](auto s, auto t, auto first, auto last) {
+            Picture weights(s.width, s.height);
+            filters::soft_focus_weights(weights.view(), focus, 0, s.height);
+            filters::soft_focus(s, t, weights.view(), focus, first, last);
         });
     }
     for (const std::int32_t transition : {0, -3}) {
