@@ -20,7 +20,7 @@ void fill_row(Pixel* to, std::size_t count, Pixel value, bool /*streaming*/) {
     std::fill_n(to, count, value);
 }
 
-void copy_row(Pixel* to, const Pixel* from, std::size_t count, bool /*streaming*/) {
+void copy_row(Pixel* to, const Pixel* from, std::size_t count, bool /*streaming*/, const Pixel* /*next*/) {
     std::copy_n(from, count, to);
 }
 
@@ -28,7 +28,8 @@ void blend_row(Pixel* to, const Pixel* from, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) to[i] = source_over(to[i], from[i]);
 }
 
-void flatten_row(Pixel* to, const Pixel* from, std::size_t count, Pixel background, bool /*streaming*/) {
+void flatten_row(Pixel* to, const Pixel* from, std::size_t count, Pixel background, bool /*streaming*/,
+                 const Pixel* /*next*/) {
     for (std::size_t i = 0; i < count; ++i) to[i] = source_over(background, from[i]);
 }
 
@@ -125,8 +126,8 @@ void fill_row(Pixel* to, std::size_t count, Pixel value, bool streaming) {
     fill_run(to, count, value, streaming);
 }
 
-void copy_row(Pixel* to, const Pixel* from, std::size_t count, bool streaming) {
-    copy_run(from, to, count, streaming);
+void copy_row(Pixel* to, const Pixel* from, std::size_t count, bool streaming, const Pixel* next) {
+    copy_run(from, to, count, streaming, next);
 }
 
 void blend_row(Pixel* to, const Pixel* from, std::size_t count) {
@@ -138,8 +139,9 @@ void blend_row(Pixel* to, const Pixel* from, std::size_t count) {
     for (; i < count; ++i) to[i] = source_over(to[i], from[i]);
 }
 
-void flatten_row(Pixel* to, const Pixel* from, std::size_t count, Pixel background, bool streaming) {
-    transform_run(from, to, count, EachVector<OverColour>{OverColour{background}}, streaming);
+void flatten_row(Pixel* to, const Pixel* from, std::size_t count, Pixel background, bool streaming,
+                 const Pixel* next) {
+    transform_run(from, to, count, EachVector<OverColour>{OverColour{background}}, streaming, next);
 }
 #else
 using plain::blend_row;
@@ -162,17 +164,18 @@ void fill_row(Pixel* to, std::size_t count, Pixel value, bool streaming) {
     pick_kernel(plain::fill_row, HWY_DYNAMIC_DISPATCH(fill_row))(to, count, value, streaming);
 }
 
-void copy_row(Pixel* to, const Pixel* from, std::size_t count, bool streaming) {
-    pick_kernel(plain::copy_row, HWY_DYNAMIC_DISPATCH(copy_row))(to, from, count, streaming);
+void copy_row(Pixel* to, const Pixel* from, std::size_t count, bool streaming, const Pixel* next) {
+    pick_kernel(plain::copy_row, HWY_DYNAMIC_DISPATCH(copy_row))(to, from, count, streaming, next);
 }
 
 void blend_row(Pixel* to, const Pixel* from, std::size_t count) {
     pick_kernel(plain::blend_row, HWY_DYNAMIC_DISPATCH(blend_row))(to, from, count);
 }
 
-void flatten_row(Pixel* to, const Pixel* from, std::size_t count, Pixel background, bool streaming) {
-    pick_kernel(plain::flatten_row, HWY_DYNAMIC_DISPATCH(flatten_row))(to, from, count, background,
-                                                                       streaming);
+void flatten_row(Pixel* to, const Pixel* from, std::size_t count, Pixel background, bool streaming,
+                 const Pixel* next) {
+    pick_kernel(plain::flatten_row, HWY_DYNAMIC_DISPATCH(flatten_row))(to, from, count, background, streaming,
+                                                                       next);
 }
 
 void finish_rows(bool streaming) {

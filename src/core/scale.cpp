@@ -48,12 +48,13 @@ void copy_rows(ConstPixelBuffer source, PixelArea target, const Scaling& scaling
     for (std::int32_t i = 0; i < rows; ++i) {
         Pixel* to = target.row(first + i);
         const Pixel* from = source.row(top + i) + left;
+        const Pixel* next = i + 1 < rows ? from + source.width : nullptr;
         switch (ground.kind) {
             case Ground::Kind::Nothing:
-                copy_row(to, from, count, streaming);
+                copy_row(to, from, count, streaming, next);
                 break;
             case Ground::Kind::Color:
-                flatten_row(to, from, count, ground.color, streaming);
+                flatten_row(to, from, count, ground.color, streaming, next);
                 break;
             case Ground::Kind::Target:
                 blend_row(to, from, count);
@@ -142,19 +143,16 @@ public:
     void make_plain(std::int32_t first, std::int32_t last) const {
         plain::scale_rows(source_, target_, scaling_, first, last, ground_);
     }
-    // The next two return false if the scaling is none that can be done so.
-    bool make_coarsely(std::int32_t first, std::int32_t last) {
-        CoarseScaler scaler(source_, scaling_);
-        return make_by(scaler, first, last);
-    }
-    bool make_closely([[maybe_unused]] std::int32_t first, [[maybe_unused]] std::int32_t last) {
+    // By the quickest way that can do this scaling; the last of them does all.
+    void make_means(std::int32_t first, std::int32_t last) {
 #if HWY_TARGET == HWY_AVX3_DL
-        const CloseScaler scaler(source_, scaling_);
-        return make_by(scaler, first, last);
-#else
-        return false;
+        if (make_by<CloseScaler<CloseInBytes>>(first, last)) return;
+        if (make_by<CloseScaler<CloseInFloats>>(first, last)) return;
 #endif
+        if (!make_by<CoarseScaler>(first, last)) make_by_sums(first, last);
     }
+
+private:
     void make_by_sums(std::int32_t first, std::int32_t last) {
         scaler_.emplace(source_, scaling_);
         for (std::int32_t y = first; y < last; ++y) {
@@ -167,11 +165,11 @@ public:
             }
         }
     }
-
-private:
-    /// Rows by a scaler that does opaque ones only, the others in the usual way.
+    // Rows by a scaler that does opaque ones only, the others in the usual way. False if it can't do the
+    // scaling.
     template <class Scaler>
-    bool make_by(Scaler& scaler, std::int32_t first, std::int32_t last) {
+    bool make_by(std::int32_t first, std::int32_t last) {
+        Scaler scaler(source_, scaling_);
         if (!scaler.is_valid()) return false;
         for (std::int32_t y = first; y < last; ++y) {
             if (scaler.make_opaque_row(y, place(y))) {
@@ -321,8 +319,8 @@ void scale_rows(ConstPixelBuffer source, PixelArea target, const Scaling& scalin
         const WeightBits bits(scaling.x(), scaling.y());
         const auto run = bits.is_short() ? scale_rows_bilinear<MixShort> : scale_rows_bilinear<MixLong>;
         run(source, target, scaling, bits, result, first, last);
-    } else if (!result.make_coarsely(first, last) && !result.make_closely(first, last)) {
-        result.make_by_sums(first, last);
+    } else {
+        result.make_means(first, last);
     }
 }
 #else

@@ -1,9 +1,8 @@
 // Scaling down where few neighbours make a pixel, for opaque pixels; included once for each instruction set.
 //
-// Along a row bytes are multiplied by weights of six bits, four neighbours at once; so weights are taken in
-// two parts. These sums are exact, and rows of them are added up in floats. A pixel that comes so close to
-// the middle of two results that floats can't tell is done again by the plain version.
-// SPDX-License-Identifier: MIT
+// Along a row each of four pixels takes four bytes times their weights by one instruction; where a pixel has
+// more neighbours, eight. What becomes of such sums of several rows is another's business: CloseInBytes adds
+// them up exactly, CloseInFloats nearly. SPDX-License-Identifier: MIT
 #if defined(PIXVANE_CORE_SCALE_CLOSE_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef PIXVANE_CORE_SCALE_CLOSE_INL_H_
 #undef PIXVANE_CORE_SCALE_CLOSE_INL_H_
@@ -16,72 +15,53 @@
 
 #include "core/pixel_runs-inl.h"
 #include "core/scale.h"
-#include "core/scale_floats-inl.h"
+#include "core/scale_ahead-inl.h"
+#include "core/scale_close_columns-inl.h"
 #include "core/scratch.h"
 
 #if HWY_TARGET == HWY_AVX3_DL
-HWY_BEFORE_NAMESPACE();
+// All processors of this target multiply bytes, though it doesn't name these instructions.
+HWY_PUSH_ATTRIBUTES(HWY_TARGET_STR ",avx512vnni")
 namespace pixvane::HWY_NAMESPACE {
 
-// Makes rows of the target, one at a time.
+// Makes rows of the target, one at a time; `Columns` adds up what the rows of the source give.
+template <class Columns>
 class CloseScaler {
 public:
-    CloseScaler(ConstPixelBuffer source, const Scaling& scaling) : source_(source), scaling_(scaling) {
+    CloseScaler(ConstPixelBuffer source, const Scaling& scaling)
+        : source_(source), scaling_(scaling), columns_(scaling) {
         const ScaleAxis& axis = scaling.x();
-        if (axis.count() < kColumns || source.width < kColumns) return;
-        std::int32_t most = 0;
-        for (std::int32_t y = 0; y < scaling.y().count(); ++y)
-            most = std::max(most, scaling.y().taps(y).count);
-        if (axis.inner_weight() >= 1 << 2 * kPartBits || most > FloatLimits::kMostTaps) return;
-        const std::int32_t vectors = (axis.count() + kColumns - 1) / kColumns;
-        groups_ = thread_scratch<Group>(Scratch::ScaledGroups, static_cast<std::size_t>(vectors) * kGroups);
-        if (groups_ == nullptr) return;
-        for (std::int32_t i = 0; i < vectors; ++i) {
-            for (std::int32_t k = 0; k < kGroups; ++k) {
-                if (!set_group(groups_[i * kGroups + k], first_of(i) + k * kGroupPixels)) return;
-            }
+        if (!columns_.is_valid() || axis.count() < kColumns || source.width < kColumns) return;
+        std::int32_t most = 0, heaviest = 0;
+        for (std::int32_t x = 0; x < axis.count(); ++x) {
+            const Taps& taps = axis.taps(x);
+            most = std::max(most, taps.count);
+            for (std::int32_t i = 0; i < taps.count; ++i) heaviest = std::max(heaviest, weight(taps, i));
         }
-        limits_ = Limits(most, double{1} * axis.steps() * scaling.y().steps());
-        isValid_ = true;
+        quads_ = (most + 3) / 4;
+        const bool isOnePart = heaviest < 1 << kPartBits;
+        if (quads_ > 2 || heaviest >= 1 << (Columns::kMostParts * kPartBits)) return;
+        if (!make_groups()) return;
+        make_ = isOnePart ? (quads_ == 1 ? &CloseScaler::make<1, 1> : &CloseScaler::make<2, 1>)
+                          : (quads_ == 1 ? &CloseScaler::make<1, Columns::kMostParts>
+                                         : &CloseScaler::make<2, Columns::kMostParts>);
     }
 
     // Whether the scaling is one that this can do.
-    bool is_valid() const { return isValid_; }
+    bool is_valid() const { return make_ != nullptr; }
 
     // Returns false if not all of the pixels that row y is made of are opaque; then it is left half done.
-    bool make_opaque_row(std::int32_t y, Pixel* to) const {
-        switch (scaling_.y().taps(y).count) {
-            case 2:
-                return make<2>(y, to);
-            case 3:
-                return make<3>(y, to);
-            case 4:
-                return make<4>(y, to);
-            default:
-                return make<0>(y, to);
-        }
-    }
+    bool make_opaque_row(std::int32_t y, Pixel* to) const { return (this->*make_)(y, to); }
 
 private:
     static constexpr std::int32_t kGroupPixels = 4;
     static constexpr std::int32_t kGroups = kColumns / kGroupPixels;
-    // Two bytes times weights of so many bits make a sum that fits 16 bits with its sign.
-    static constexpr std::int32_t kPartBits = 6;
+    // Of the weights that bytes are multiplied by; larger ones are taken in two parts.
+    static constexpr std::int32_t kPartBits = 7;
 
-    // Sums have the whole number of a result from this bit on, so that it is a byte.
-    static constexpr std::int32_t kOne = 1 << 16;
-
-    struct Limits {
-        Limits() = default;
-        // In units of kOne the weights put a sum off by 1 at most, and so do two additions.
-        Limits(std::int32_t taps, double steps)
-            : start((0.5F + FloatLimits(taps, steps).bias) * kOne), error(taps / 2 + 4) {}
-        float start = 0;         // of a sum, so that it is rounded by truncation
-        std::int32_t error = 0;  // how near to a whole number a sum may be on its wrong side
-    };
-
-    // Four pixels of the target: where the 16 pixels of the source begin that they are made of, and for each
-    // of the four the place of the first byte among these, four times, and both parts of four weights.
+    // Up to four neighbours of each of four pixels of the target: where the 16 pixels of the source begin
+    // that hold them, and for each of the four the place of the first byte among these, four times, and the
+    // weights in parts.
     struct alignas(64) Group {
         std::uint32_t places[kGroupPixels];
         std::uint32_t upper[kGroupPixels];
@@ -89,107 +69,121 @@ private:
         std::int32_t start;
     };
 
+    // Without the divisor that all weights have in common.
+    std::int32_t weight(const Taps& taps, std::int32_t i) const {
+        const ScaleAxis& axis = scaling_.x();
+        return axis.weight(taps, i) / (axis.total_weight() / axis.steps());
+    }
+
     // The target's pixel that a vector begins with. The last vector overlaps the one before it.
     std::int32_t first_of(std::int32_t vector) const {
         return std::min(vector * kColumns, scaling_.x().count() - kColumns);
     }
 
-    bool set_group(Group& group, std::int32_t x) const {
-        const ScaleAxis& axis = scaling_.x();
-        group = {};
-        group.start = std::min(axis.taps(x).first, source_.width - kColumns);
-        for (std::int32_t k = 0; k < kGroupPixels; ++k) {
-            const Taps& taps = axis.taps(x + k);
-            const std::int32_t place = taps.first - group.start;
-            if (taps.count > 4 || place + taps.count > kColumns) return false;
-            group.places[k] = static_cast<std::uint32_t>(4 * place) * 0x01010101u;
-            for (std::int32_t i = 0; i < taps.count; ++i) {
-                const auto weight = static_cast<std::uint32_t>(axis.weight(taps, i));
-                group.upper[k] |= weight >> kPartBits << (8 * i);
-                group.lower[k] |= weight % (1 << kPartBits) << (8 * i);
+    bool make_groups() {
+        const std::int32_t vectors = (scaling_.x().count() + kColumns - 1) / kColumns;
+        groups_ = thread_scratch<Group>(Scratch::ScaledGroups,
+                                        static_cast<std::size_t>(vectors * kGroups * quads_));
+        if (groups_ == nullptr) return false;
+        Group* group = groups_;
+        for (std::int32_t i = 0; i < vectors; ++i) {
+            for (std::int32_t k = 0; k < kGroups; ++k) {
+                for (std::int32_t quad = 0; quad < quads_; ++quad)
+                    if (!set_group(*group++, first_of(i) + k * kGroupPixels, 4 * quad)) return false;
             }
         }
         return true;
     }
 
-    // From kRows rows of the source, or any number if that is 0.
-    template <std::int32_t kRows>
-    HWY_INLINE bool make(std::int32_t y, Pixel* to) const {
-        const PixelTag d32;
-        const Taps& taps = scaling_.y().taps(y);
-        const double total = double{1} * scaling_.x().total_weight() * scaling_.y().total_weight();
-        Rows<kRows> rows(source_, taps, limits_);
-        for (std::int32_t i = 0; i < taps.count; ++i)
-            rows.weights[i] = static_cast<float>(kOne * scaling_.y().weight(taps, i) / total);
-        const IntVec error = hn::Set(IntTag(), limits_.error);
-        const IntVec fraction = hn::Set(IntTag(), kOne - 1);
-        RowsAhead ahead(source_, scaling_.y(), y, scaling_.x().count() / kColumns);
-        const Group* group = groups_;
-        for (std::int32_t i = 0; i * kColumns < scaling_.x().count(); ++i, group += kGroups) {
-            ahead.fetch();
-            IntVec beyond = fraction;
-            const auto quarter = [&](std::int32_t k) HWY_ATTR {
-                const IntVec values = hn::ConvertTo(IntTag(), rows.sums_of(group[k]));
-                beyond = hn::Min(beyond, hn::And(hn::Add(values, error), fraction));
-                return values;
-            };
-            const IntVec quarters[kGroups] = {quarter(0), quarter(1), quarter(2), quarter(3)};
-            const std::int32_t x = first_of(i);
-            hn::StoreU(whole_parts(quarters), d32, to + x);
-            const auto unsure = hn::Lt(beyond, hn::Set(IntTag(), 2 * limits_.error));
-            if (HWY_UNLIKELY(!hn::AllFalse(IntTag(), unsure))) redo(beyond, x, y, to);
-            if (i % 16 == 0 && !is_opaque(rows.common)) return false;
-        }
-        return is_opaque(rows.common);
-    }
-
-    static HWY_INLINE bool is_opaque(PixelVec pixels) {
-        const PixelTag d;
-        return hn::AllTrue(d, hn::Eq(hn::ShiftRight<24>(pixels), hn::Set(d, 0xFF)));
-    }
-
-    template <std::int32_t kRows>
-    struct Rows {
-        Rows(ConstPixelBuffer source, const Taps& taps, const Limits& limits)
-            : top(source.row(taps.first)), width(source.width), count(taps.count), start(limits.start) {}
-
-        const Pixel* top;
-        std::ptrdiff_t width;
-        std::int32_t count;
-        float start;
-        float weights[FloatLimits::kMostTaps];
-        PixelVec common = hn::Set(PixelTag(), ~0u);  // the bits that all pixels have in common
-
-        // Four pixels, of four sums each.
-        HWY_INLINE FloatVec sums_of(const Group& group) {
-            // A channel of four neighbours.
-            const __m512i neighbours = _mm512_set4_epi32(0x0F0B0703, 0x0E0A0602, 0x0D090501, 0x0C080400);
-            const __m512i order = _mm512_add_epi8(in_blocks(group.places), neighbours);
-            const __m512i upper = in_blocks(group.upper);
-            const __m512i lower = in_blocks(group.lower);
-            const Pixel* row = top + group.start;
-            __m512 sums = _mm512_set1_ps(start);
-            for (std::int32_t i = 0; i < (kRows == 0 ? count : kRows); ++i, row += width) {
-                const PixelVec pixels = hn::LoadU(PixelTag(), row);
-                common = hn::And(common, pixels);
-                const __m512i bytes = _mm512_permutexvar_epi8(order, pixels.raw);
-                const __m512i sum = _mm512_add_epi32(
-                    _mm512_madd_epi16(_mm512_maddubs_epi16(bytes, upper), _mm512_set1_epi16(1 << kPartBits)),
-                    _mm512_madd_epi16(_mm512_maddubs_epi16(bytes, lower), _mm512_set1_epi16(1)));
-                sums = _mm512_fmadd_ps(_mm512_cvtepi32_ps(sum), _mm512_set1_ps(weights[i]), sums);
+    // For four pixels from x on, and their neighbours from number `skipped` on.
+    bool set_group(Group& group, std::int32_t x, std::int32_t skipped) const {
+        const ScaleAxis& axis = scaling_.x();
+        group = {};
+        group.start = std::min(axis.taps(x).first + skipped, source_.width - kColumns);
+        for (std::int32_t k = 0; k < kGroupPixels; ++k) {
+            const Taps& taps = axis.taps(x + k);
+            const std::int32_t count = std::min(taps.count - skipped, 4);
+            if (count <= 0) continue;
+            const std::int32_t place = taps.first + skipped - group.start;
+            if (place + count > kColumns) return false;
+            group.places[k] = static_cast<std::uint32_t>(4 * place) * 0x01010101u;
+            for (std::int32_t i = 0; i < count; ++i) {
+                const auto factor = static_cast<std::uint32_t>(weight(taps, skipped + i));
+                group.upper[k] |= factor >> kPartBits << (8 * i);
+                group.lower[k] |= factor % (1 << kPartBits) << (8 * i);
             }
-            return FloatVec{sums};
+        }
+        return true;
+    }
+
+    template <std::int32_t kQuads, std::int32_t kParts>
+    HWY_NOINLINE bool make(std::int32_t y, Pixel* to) const {
+        const Taps& taps = scaling_.y().taps(y);
+        const Pixel* const top = source_.row(taps.first);
+        RowsAhead ahead(source_, scaling_, y);
+        auto column = columns_.begin(y);
+        const Group* group = groups_;
+        for (std::int32_t i = 0; i * kColumns < scaling_.x().count(); ++i) {
+            ahead.fetch();
+            const std::int32_t x = first_of(i);
+            IntVec quarters[kGroups];
+            for (IntVec& quarter : quarters) {
+                const Neighbours<kQuads, kParts> neighbours(group, top, source_.width);
+                quarter = column.sum_of(neighbours, taps.count);
+                group += kQuads;
+            }
+            hn::StoreU(third_bytes_of(quarters), PixelTag(), to + x);
+            if (HWY_UNLIKELY(!column.is_sure())) redo(column.unsure_lanes(), x, y, to);
+            if (i % 16 == 0 && !column.is_opaque()) return false;
+        }
+        return column.is_opaque();
+    }
+
+    // The neighbours of four pixels in a row of the source, and what they weigh.
+    template <std::int32_t kQuads, std::int32_t kParts>
+    struct Neighbours {
+        HWY_INLINE Neighbours(const Group* group, const Pixel* top, std::ptrdiff_t width) : pitch(width) {
+            // A channel of four neighbours.
+            const __m512i channels = _mm512_set4_epi32(0x0F0B0703, 0x0E0A0602, 0x0D090501, 0x0C080400);
+            for (std::int32_t q = 0; q < kQuads; ++q) {
+                pixels[q] = top + group[q].start;
+                order[q] = _mm512_add_epi8(in_blocks(group[q].places), channels);
+                lower[q] = in_blocks(group[q].lower);
+                if constexpr (kParts == 2) upper[q] = in_blocks(group[q].upper);
+            }
+        }
+
+        // Their sums in row `i`, added to `start`: of each pixel four.
+        HWY_INLINE __m512i sums(std::int32_t i, __m512i start) const {
+            __m512i bytes[kQuads];
+            for (std::int32_t q = 0; q < kQuads; ++q)
+                bytes[q] = _mm512_permutexvar_epi8(order[q], _mm512_loadu_si512(pixels[q] + pitch * i));
+            if constexpr (kParts == 2) {
+                __m512i high = _mm512_setzero_si512();
+                for (std::int32_t q = 0; q < kQuads; ++q)
+                    high = _mm512_dpbusd_epi32(high, bytes[q], upper[q]);
+                start = _mm512_add_epi32(start, _mm512_slli_epi32(high, kPartBits));
+            }
+            for (std::int32_t q = 0; q < kQuads; ++q) start = _mm512_dpbusd_epi32(start, bytes[q], lower[q]);
+            return start;
         }
 
         // In each block a number for each of its lanes.
         static HWY_INLINE __m512i in_blocks(const std::uint32_t* numbers) {
-            const __m512i order = _mm512_set_epi32(3, 3, 3, 3, 2, 2, 2, 2, 1, 1, 1, 1, 0, 0, 0, 0);
+            const __m512i blocks = _mm512_set_epi32(3, 3, 3, 3, 2, 2, 2, 2, 1, 1, 1, 1, 0, 0, 0, 0);
             const __m128i four = _mm_load_si128(reinterpret_cast<const __m128i*>(numbers));
-            return _mm512_permutexvar_epi32(order, _mm512_castsi128_si512(four));
+            return _mm512_permutexvar_epi32(blocks, _mm512_castsi128_si512(four));
         }
+
+        std::ptrdiff_t pitch;
+        const Pixel* pixels[kQuads];
+        __m512i order[kQuads];
+        __m512i lower[kQuads];
+        __m512i upper[kQuads];
     };
 
-    static HWY_INLINE PixelVec whole_parts(const IntVec (&sums)[kGroups]) {
+    // Byte 2 of every sum.
+    static HWY_INLINE PixelVec third_bytes_of(const IntVec (&sums)[kGroups]) {
         struct Order {
             alignas(64) std::uint8_t bytes[64];
             constexpr Order() : bytes() {
@@ -203,12 +197,10 @@ private:
         return PixelVec{_mm512_inserti64x4(low, _mm512_castsi512_si256(high), 1)};
     }
 
-    // The pixels of a vector that may be wrong. Each lane of `beyond` stands for one in each group.
-    HWY_NOINLINE void redo(IntVec beyond, std::int32_t x, std::int32_t y, Pixel* to) const {
-        HWY_ALIGN std::int32_t lanes[kColumns];
-        hn::Store(beyond, IntTag(), lanes);
+    // The pixels of a vector that may be wrong. Each lane stands for one in each group.
+    HWY_NOINLINE void redo(std::uint32_t lanes, std::int32_t x, std::int32_t y, Pixel* to) const {
         for (std::int32_t i = 0; i < kColumns; ++i) {
-            if (lanes[i] >= 2 * limits_.error) continue;
+            if ((lanes >> i) % 2 == 0) continue;
             for (std::int32_t k = x + i / kGroupPixels; k < x + kColumns; k += kGroupPixels)
                 to[k] = plain::scaled_pixel(source_, scaling_, k, y);
         }
@@ -216,13 +208,14 @@ private:
 
     ConstPixelBuffer source_;
     const Scaling& scaling_;
-    bool isValid_ = false;
-    Limits limits_;
+    Columns columns_;
+    std::int32_t quads_ = 0;
     Group* groups_ = nullptr;
+    bool (CloseScaler::*make_)(std::int32_t, Pixel*) const = nullptr;
 };
 
 }  // namespace pixvane::HWY_NAMESPACE
-HWY_AFTER_NAMESPACE();
+HWY_POP_ATTRIBUTES
 #endif  // HWY_TARGET == HWY_AVX3_DL
 
 #endif  // include guard for each instruction set

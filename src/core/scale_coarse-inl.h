@@ -1,9 +1,9 @@
 // Scaling down with weights of 8 bits in vector code, for pictures that are looked at; included once for each
 // instruction set.
 //
-// Columns are added up first: 255 * 256 fits 16 bits. Along the row the sums take 24 bits, and as all weights
-// of a pixel make 65536 together, its channels are bytes of them: nothing is divided.
-// SPDX-License-Identifier: MIT
+// Columns are added up first, two rows at a time: bytes less 128 times 256 fit 16 bits with their signs.
+// Along the row the sums take 24 bits, and as all weights of a pixel make 65536 together, its channels are
+// bytes of them: nothing is divided. SPDX-License-Identifier: MIT
 #if defined(PIXVANE_CORE_SCALE_COARSE_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef PIXVANE_CORE_SCALE_COARSE_INL_H_
 #undef PIXVANE_CORE_SCALE_COARSE_INL_H_
@@ -17,6 +17,7 @@
 
 #include "core/pixel_runs-inl.h"
 #include "core/scale.h"
+#include "core/scale_ahead-inl.h"
 #include "core/scale_bilinear-inl.h"
 #include "core/scale_floats-inl.h"
 #include "core/scratch.h"
@@ -36,8 +37,11 @@ public:
         const ScaleAxis& axis = scaling.x();
         if (axis.total_weight() != kTotal || scaling.y().total_weight() != kTotal) return;
         if (axis.count() < kColumns) return;
-        for (std::int32_t y = 0; y < scaling.y().count(); ++y)
-            if (scaling.y().taps(y).count > kMostRows) return;
+        for (std::int32_t y = 0; y < scaling.y().count(); ++y) {
+            const Taps& taps = scaling.y().taps(y);
+            // A weight of all is no byte.
+            if (taps.count > kMostRows || taps.firstWeight == kTotal || taps.lastWeight == kTotal) return;
+        }
         const std::int32_t columns = axis.end() - axis.begin();
         strips_ = std::max(1, std::min(columns / kStrip, axis.count() / kColumns));
         isValid_ = make_windows(axis) && make_room();
@@ -46,7 +50,7 @@ public:
 
     // Returns false if not all of the pixels that row y is made of are opaque; then it is left half done.
     bool make_opaque_row(std::int32_t y, Pixel* to) {
-        RowsAhead ahead(source_, scaling_.y(), y, scaling_.x().count() / kColumns);
+        RowsAhead ahead(source_, scaling_, y);
         for (std::int32_t i = 0; i < strips_; ++i) {
             const std::int32_t first = edge(i), last = edge(i + 1);
             if (!add_rows(scaling_.y().taps(y), begin_of(first), end_of(last))) return false;
@@ -160,8 +164,10 @@ private:
     template <std::int32_t kRows>
     struct RowSums {
         RowSums(const ScaleAxis& axis, const Taps& taps) : count(taps.count) {
-            for (std::int32_t i = 0; i < count; ++i)
-                weights[i] = static_cast<std::uint16_t>(axis.weight(taps, i));
+            for (std::int32_t i = 0; i < count; i += 2) {
+                const std::int32_t second = i + 1 < count ? axis.weight(taps, i + 1) : 0;
+                weights[i / 2] = static_cast<std::uint16_t>(axis.weight(taps, i) | second << 8);
+            }
         }
 
         // A vector of pixels from each row. Keeps in which bits alphas differ from opaque ones.
@@ -171,28 +177,48 @@ private:
             alignas(16) static constexpr std::uint8_t kPairs[16] = {0, 1, 8,  9,  2, 3, 10, 11,
                                                                     4, 5, 12, 13, 6, 7, 14, 15};
             const CoarseTag d;
+            const ShortTag d16;
             const ByteTag d8;
-            const hn::Rebind<std::uint8_t, CoarseTag> half;
-            CoarseVec lower = hn::Set(d, kBias), upper = lower;
-            for (std::int32_t i = 0; i < (kRows == 0 ? count : kRows); ++i, from += pitch) {
-                const auto* bytes = reinterpret_cast<const std::uint8_t*>(from);
-                const CoarseVec weight = hn::Set(d, weights[i]);
-                lower = hn::Add(lower, hn::Mul(hn::PromoteTo(d, hn::LoadU(half, bytes)), weight));
-                upper = hn::Add(upper, hn::Mul(hn::PromoteTo(d, hn::LoadU(half, bytes + 4 * kSums)), weight));
+            const auto row = [&](std::int32_t i) HWY_ATTR {
+                const PixelVec pixels = hn::LoadU(PixelTag(), from + pitch * i);
+                return hn::BitCast(d8, hn::Xor(pixels, hn::Set(PixelTag(), 0x80808080)));
+            };
+            ShortVec lower = hn::Zero(d16), upper = lower;
+            const std::int32_t rows = kRows == 0 ? count : kRows;
+            for (std::int32_t i = 0; i < rows; i += 2) {
+                const ByteVec first = row(i);
+                const ByteVec second = i + 1 < rows ? row(i + 1) : first;
+                const auto factors = hn::BitCast(d8, hn::Set(d, weights[i / 2]));
+                lower = hn::Add(lower, byte_products(factors, hn::InterleaveLower(d8, first, second)));
+                upper = hn::Add(upper, byte_products(factors, hn::InterleaveUpper(d8, first, second)));
             }
-            const CoarseVec opaque = hn::Set(d, static_cast<std::uint16_t>(255 * kTotal + kBias));
-            differences = hn::Or(differences, hn::Or(hn::Xor(lower, opaque), hn::Xor(upper, opaque)));
+            const ShortVec opaque = hn::Set(d16, kTotal * 127);
+            differences =
+                hn::Or(differences, hn::BitCast(d, hn::Or(hn::Xor(lower, opaque), hn::Xor(upper, opaque))));
             const auto pairs = hn::LoadDup128(d8, kPairs);
-            const auto store = [&](CoarseVec sums, std::uint16_t* place) HWY_ATTR {
+            const auto store = [&](ShortVec sums, std::uint16_t* place) HWY_ATTR {
                 hn::StoreU(hn::BitCast(d, hn::TableLookupBytes(hn::BitCast(d8, sums), pairs)), d, place);
             };
-            store(lower, to);
-            store(upper, to + 4 * kSums);
+            store(blocks_joined<false>(lower, upper), to);
+            store(blocks_joined<true>(lower, upper), to + 4 * kSums);
         }
 
         std::int32_t count;
-        std::uint16_t weights[kMostRows];
+        std::uint16_t weights[kMostRows / 2];
     };
+
+    // The blocks of two vectors in turns: the first half of them, or the second.
+    template <bool kSecond>
+    static HWY_INLINE ShortVec blocks_joined(ShortVec even, ShortVec odd) {
+        const ShortTag d;
+        if constexpr (kColumns == 4) return kSecond ? odd : even;
+        const ShortVec half =
+            kSecond ? hn::ConcatUpperUpper(d, odd, even) : hn::ConcatLowerLower(d, odd, even);
+        if constexpr (kColumns == 8) return half;
+        alignas(64) static constexpr std::int64_t kInner[8] = {0, 1, 4, 5, 2, 3, 6, 7};
+        const hn::Repartition<std::int64_t, ShortTag> d64;
+        return hn::BitCast(d, hn::TableLookupLanes(hn::BitCast(d64, half), hn::SetTableIndices(d64, kInner)));
+    }
 
     // Each of kGroup pairs throughout a block.
     static HWY_INLINE ByteVec pair_weights(const std::uint32_t* weights) {

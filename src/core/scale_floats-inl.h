@@ -65,32 +65,6 @@ HWY_INLINE PixelVec low_bytes(const PixelVec (&v)[4]) {
     return joined(bytes_turned(mixed));
 }
 
-// Brings the source rows that the next row of the target needs, and this one did not, near meanwhile.
-class RowsAhead {
-public:
-    RowsAhead(ConstPixelBuffer source, const ScaleAxis& axis, std::int32_t y, std::int32_t steps) {
-        if (y + 1 >= axis.count() || steps < 1) return;
-        const std::int32_t first = axis.taps(y).first + axis.taps(y).count;
-        const std::int32_t last = axis.taps(y + 1).first + axis.taps(y + 1).count;
-        if (first >= last) return;
-        place_ = reinterpret_cast<const char*>(source.row(first));
-        end_ = reinterpret_cast<const char*>(source.row(last - 1) + source.width);
-        step_ = (end_ - place_) / steps + 1;
-    }
-    HWY_INLINE void fetch() {
-        constexpr std::ptrdiff_t kLine = 64;
-        for (std::ptrdiff_t left = std::min(step_, end_ - place_); left > 0; left -= kLine) {
-            hwy::Prefetch(place_);
-            place_ += std::min(kLine, left);
-        }
-    }
-
-private:
-    const char* place_ = nullptr;
-    const char* end_ = nullptr;
-    std::ptrdiff_t step_ = 0;
-};
-
 // How far results in floats can be relied on. Each of them is a sum of products of whole numbers and weights
 // that add up to 1.
 struct FloatLimits {

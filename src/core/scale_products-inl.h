@@ -1,4 +1,4 @@
-// Sums of products of 16-bit numbers in vector code; included once for each instruction set.
+// Sums of products of 8-bit and 16-bit numbers in vector code; included once for each instruction set.
 // SPDX-License-Identifier: MIT
 #if defined(PIXVANE_CORE_SCALE_PRODUCTS_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef PIXVANE_CORE_SCALE_PRODUCTS_INL_H_
@@ -28,6 +28,24 @@ HWY_INLINE IntVec add_products(IntVec sum, ShortVec a, ShortVec b) {
     const auto low = [&](ShortVec v) { return hn::ShiftRight<16>(hn::ShiftLeft<16>(hn::BitCast(d, v))); };
     const auto high = [&](ShortVec v) { return hn::ShiftRight<16>(hn::BitCast(d, v)); };
     return hn::Add(sum, hn::Add(hn::Mul(low(a), low(b)), hn::Mul(high(a), high(b))));
+#endif
+}
+
+// The sum of the products of each two neighbouring bytes. No sum is beyond 16 bits.
+HWY_INLINE ShortVec byte_products(ByteVec numbers, ByteVec signedNumbers) {
+#if HWY_ARCH_X86 && HWY_TARGET <= HWY_AVX3
+    return ShortVec{_mm512_maddubs_epi16(numbers.raw, signedNumbers.raw)};
+#elif HWY_ARCH_X86 && HWY_TARGET <= HWY_AVX2
+    return ShortVec{_mm256_maddubs_epi16(numbers.raw, signedNumbers.raw)};
+#elif HWY_ARCH_X86 && HWY_TARGET <= HWY_SSSE3
+    return ShortVec{_mm_maddubs_epi16(numbers.raw, signedNumbers.raw)};
+#else
+    const ShortTag d;
+    const auto a = hn::BitCast(d, numbers), b = hn::BitCast(d, signedNumbers);
+    const hn::RebindToUnsigned<ShortTag> du;
+    const auto even = hn::Mul(hn::And(a, hn::Set(d, 0xFF)), hn::ShiftRight<8>(hn::ShiftLeft<8>(b)));
+    return hn::Add(even,
+                   hn::Mul(hn::BitCast(d, hn::ShiftRight<8>(hn::BitCast(du, a))), hn::ShiftRight<8>(b)));
 #endif
 }
 

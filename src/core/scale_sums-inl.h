@@ -21,6 +21,7 @@
 
 #include "core/pixel_runs-inl.h"
 #include "core/scale.h"
+#include "core/scale_ahead-inl.h"
 #include "core/scale_columns-inl.h"
 #include "core/scale_floats-inl.h"
 
@@ -129,7 +130,7 @@ public:
         const PixelTag d;
         if (!floats_)
             floats_.emplace(scaling_.x(), total(), double{scaling_.x().steps()} * scaling_.y().steps());
-        RowsAhead ahead(source_, scaling_.y(), y, scaling_.x().count() / kColumns);
+        RowsAhead ahead(source_, scaling_, y);
         for (std::int32_t i = 0; i < strips_; ++i) {
             enter(i);
             PixelVec common = hn::Set(d, ~0u);
