@@ -115,10 +115,16 @@ HWY_INLINE PixelVec over(PixelVec destination, PixelVec source) {
     return over_any(destination, source);
 }
 
+// Pictures are opaque for the most part, which is found out four vectors at a time.
 struct OverColour {
     Pixel background;
-    HWY_INLINE PixelVec operator()(PixelVec pixels) const {
-        return over(hn::Set(PixelTag(), background), pixels);
+    HWY_INLINE PixelQuad operator()(const PixelQuad& q) const {
+        const PixelTag d;
+        const PixelVec alphas = hn::Set(d, kOpaque);
+        const PixelVec common = hn::And(hn::And(q.v0, q.v1), hn::And(q.v2, q.v3));
+        if (HWY_LIKELY(hn::AllTrue(d, hn::Eq(hn::And(common, alphas), alphas)))) return q;
+        const PixelVec below = hn::Set(d, background);
+        return {over(below, q.v0), over(below, q.v1), over(below, q.v2), over(below, q.v3)};
     }
 };
 
@@ -141,7 +147,7 @@ void blend_row(Pixel* to, const Pixel* from, std::size_t count) {
 
 void flatten_row(Pixel* to, const Pixel* from, std::size_t count, Pixel background, bool streaming,
                  const Pixel* next) {
-    transform_run(from, to, count, EachVector<OverColour>{OverColour{background}}, streaming, next);
+    transform_run(from, to, count, OverColour{background}, streaming, next);
 }
 #else
 using plain::blend_row;

@@ -15,6 +15,7 @@
 #include "core/scale_bilinear-inl.h"
 #include "core/scale_close-inl.h"
 #include "core/scale_coarse-inl.h"
+#include "core/scale_half-inl.h"
 #include "core/scale_sums-inl.h"
 #include "core/scratch.h"
 #include "core/streaming.h"
@@ -296,9 +297,10 @@ void halve(ConstPixelBuffer source, PixelArea target, const Scaling& scaling, Re
         const std::int32_t row = scaling.y().taps(y).first;
         const Pixel* upper = source.row(row) + left;
         const Pixel* lower = source.row(row + 1) + left;
+        const std::ptrdiff_t next = y + 1 < last ? std::ptrdiff_t{2} * source.width : 0;
         Pixel* to = result.place(y);
-        const bool isOpaque = direct ? halve_rows<true>(upper, lower, to, target.width)
-                                     : halve_rows<false>(upper, lower, to, target.width);
+        const bool isOpaque = direct ? halve_rows<true>(upper, lower, next, to, target.width)
+                                     : halve_rows<false>(upper, lower, next, to, target.width);
         if (isOpaque) {
             result.finish_opaque(y, to, streaming);
         } else {

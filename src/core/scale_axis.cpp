@@ -8,6 +8,7 @@
 namespace pixvane {
 
 void ScaleAxis::assign(const ScaledRange& range) {
+    if (range == range_) return;
     range_ = range;
     taps_.clear();
     coarseWeights_.clear();

@@ -18,6 +18,8 @@ struct ScaledRange {
     std::int32_t first;
     std::int32_t count;
     bool coarse = false;  ///< where pixels cover the source: weights of 8 bits, for what is only looked at
+
+    bool operator==(const ScaledRange&) const = default;
 };
 
 /// `count` neighbours, from `first` on: the first and the last of them have weights of their own, those
@@ -40,7 +42,7 @@ struct Taps {
 class ScaleAxis {
 public:
     explicit ScaleAxis(const ScaledRange& range) { assign(range); }
-    /// Makes it the axis of another range, in the memory that it has.
+    /// Makes it the axis of another range, in the memory that it has; of the same one, it stays as it is.
     void assign(const ScaledRange& range);
 
     bool is_copy() const { return range_.size == range_.length; }

@@ -131,31 +131,6 @@ HWY_INLINE bool widen_row(const Pixel* source, std::int32_t width, const ScaleAx
     return hn::AllTrue(d, hn::Eq(hn::ShiftRight<24>(common), hn::Set(d, 0xFF)));
 }
 
-// Byte 2 of every 32-bit number of four vectors, each of which holds a pixel of each block, as pixels.
-HWY_INLINE PixelVec third_bytes(IntVec p0, IntVec p1, IntVec p2, IntVec p3) {
-    alignas(16) static constexpr std::uint8_t kOrder[16] = {0, 4, 8, 12, 2, 6, 10, 14,
-                                                            1, 5, 9, 13, 3, 7, 11, 15};
-    const PixelTag d;
-    const ByteTag d8;
-    const ShortTag d16;
-    const auto both = [&](IntVec even, IntVec odd) {
-        return hn::OddEven(hn::BitCast(d16, odd), hn::BitCast(d16, hn::ShiftRight<16>(even)));
-    };
-    const auto mixed = hn::Or(both(p0, p1), hn::ShiftLeft<8>(both(p2, p3)));
-    return hn::BitCast(d, hn::TableLookupBytes(hn::BitCast(d8, mixed), hn::LoadDup128(d8, kOrder)));
-}
-
-// Two vectors of sums in 16 bits, whose upper bytes are channels, as pixels.
-HWY_INLINE PixelVec upper_bytes(ShortVec lower, ShortVec upper) {
-    alignas(16) static constexpr std::uint8_t kOrder[16] = {0, 2, 4, 6, 8, 10, 12, 14,
-                                                            1, 3, 5, 7, 9, 11, 13, 15};
-    const ByteTag d8;
-    const hn::RebindToUnsigned<ShortTag> du16;
-    const auto mixed =
-        hn::OddEven(hn::BitCast(d8, upper), hn::BitCast(d8, hn::ShiftRight<8>(hn::BitCast(du16, lower))));
-    return hn::BitCast(PixelTag(), hn::TableLookupBytes(mixed, hn::LoadDup128(d8, kOrder)));
-}
-
 // A vector of pixels from two rows of sums.
 struct MixLong {
     ShortVec weights;
@@ -209,53 +184,6 @@ HWY_INLINE void mix_sums(const std::int16_t* upper, const std::int16_t* lower, c
             hn::StoreU(pixels, d, to + x);
         }
     }
-}
-
-// Means of two by two pixels, a vector of them from two vectors of each of two rows. Keeps the bits that all
-// have in common.
-HWY_INLINE PixelVec halved(const Pixel* upper, const Pixel* lower, PixelVec& common) {
-    const PixelTag d;
-    const hn::Repartition<std::uint16_t, PixelTag> d16;
-    const PixelVec upper0 = hn::LoadU(d, upper), upper1 = hn::LoadU(d, upper + kLanes);
-    const PixelVec lower0 = hn::LoadU(d, lower), lower1 = hn::LoadU(d, lower + kLanes);
-    common = hn::And(hn::And(common, hn::And(upper0, upper1)), hn::And(lower0, lower1));
-    const PixelVec corners[4] = {hn::ConcatEven(d, upper1, upper0), hn::ConcatOdd(d, upper1, upper0),
-                                 hn::ConcatEven(d, lower1, lower0), hn::ConcatOdd(d, lower1, lower0)};
-    const PixelVec evenBytes = hn::Set(d, 0x00FF00FF);
-    auto even = hn::Set(d16, 2), odd = even;
-    for (const PixelVec& corner : corners) {
-        even = hn::Add(even, hn::BitCast(d16, hn::And(corner, evenBytes)));
-        odd = hn::Add(odd, hn::ShiftRight<8>(hn::BitCast(d16, corner)));
-    }
-    return hn::Or(hn::BitCast(d, hn::ShiftRight<2>(even)),
-                  hn::AndNot(evenBytes, hn::BitCast(d, hn::ShiftLeft<6>(odd))));
-}
-
-// A row of such means; returns whether all pixels are opaque.
-template <bool kStreaming>
-HWY_INLINE bool halve_rows(const Pixel* upper, const Pixel* lower, Pixel* to, std::int32_t count) {
-    const PixelTag d;
-    PixelVec common = hn::Set(d, ~0u);
-    std::int32_t x = 0;
-    for (; x + kLanes <= count; x += kLanes, upper += 2 * kLanes, lower += 2 * kLanes) {
-        const PixelVec pixels = halved(upper, lower, common);
-        if constexpr (kStreaming) {
-            hn::Stream(pixels, d, to + x);
-        } else {
-            hn::StoreU(pixels, d, to + x);
-        }
-    }
-    if (x < count) {
-        HWY_ALIGN Pixel few[2][2 * kLanes];
-        std::fill_n(few[0], 4 * kLanes, kOpaque);
-        const std::size_t bytes = static_cast<std::size_t>(count - x) * sizeof(Pixel);
-        std::memcpy(few[0], upper, 2 * bytes);
-        std::memcpy(few[1], lower, 2 * bytes);
-        const PixelVec pixels = halved(few[0], few[1], common);
-        hn::StoreU(pixels, d, few[0]);
-        std::memcpy(to + x, few[0], bytes);
-    }
-    return hn::AllTrue(d, hn::Eq(hn::ShiftRight<24>(common), hn::Set(d, 0xFF)));
 }
 
 }  // namespace pixvane::HWY_NAMESPACE
