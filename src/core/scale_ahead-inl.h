@@ -7,6 +7,8 @@
 #define PIXVANE_CORE_SCALE_AHEAD_INL_H_
 #endif
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 #include "core/pixel_runs-inl.h"
@@ -16,39 +18,38 @@
 HWY_BEFORE_NAMESPACE();
 namespace pixvane::HWY_NAMESPACE {
 
-// While row y of the target is made: fetches what the next row needs and this one does not, in as many steps
-// as the row has vectors.
+// While row y of the target is made: fetches what the next row needs and this one does not, a part with each
+// of the row's vectors. The processor foresees rows that follow on each other by itself, but too late: it
+// begins anew at every page.
 class RowsAhead {
 public:
-    RowsAhead(ConstPixelBuffer source, const Scaling& scaling, std::int32_t y)
-        : source_(source), begin_(scaling.x().begin()), end_(scaling.x().end()) {
+    RowsAhead(ConstPixelBuffer source, const Scaling& scaling, std::int32_t y) : pitch_(source.width) {
         const ScaleAxis& axis = scaling.y();
+        const std::int32_t begin = scaling.x().begin(), end = scaling.x().end();
         if (y + 1 >= axis.count()) return;
-        row_ = axis.taps(y).first + axis.taps(y).count;
-        lastRow_ = axis.taps(y + 1).first + axis.taps(y + 1).count;
-        const std::int32_t steps = scaling.x().count() / static_cast<std::int32_t>(hn::MaxLanes(PixelTag()));
-        const std::int32_t lines = (end_ - begin_) / kLine + 1;
-        if (row_ < lastRow_) step_ = (lastRow_ - row_) * lines / std::max(1, steps) + 1;
-        column_ = begin_;
+        const std::int32_t first = axis.taps(y).first + axis.taps(y).count;
+        rows_ = std::max(0, axis.taps(y + 1).first + axis.taps(y + 1).count - first);
+        if (rows_ == 0) return;
+        place_ = source.row(first) + begin;
+        left_ = end - begin;
+        constexpr auto kLanes = static_cast<std::int32_t>(hn::MaxLanes(PixelTag()));
+        step_ = left_ / std::max(1, scaling.x().count() / kLanes) + 1;
     }
     HWY_INLINE void fetch() {
-        for (std::int32_t i = 0; i < step_ && row_ < lastRow_; ++i) {
-            fetch_line(source_.row(row_) + column_);
-            column_ += kLine;
-            if (column_ < end_) continue;
-            column_ = begin_;
-            ++row_;
+        due_ = std::min(due_ + step_, left_);
+        for (; due_ > 0; due_ -= kLine, left_ -= kLine, place_ += kLine) {
+            const Pixel* row = place_;
+            for (std::int32_t i = 0; i < rows_; ++i, row += pitch_) fetch_line(row);
         }
     }
 
 private:
     static constexpr std::int32_t kLine = static_cast<std::int32_t>(kLinePixels);
-    ConstPixelBuffer source_;
-    std::int32_t begin_;
-    std::int32_t end_;
-    std::int32_t row_ = 0;
-    std::int32_t lastRow_ = 0;
-    std::int32_t column_ = 0;
+    std::ptrdiff_t pitch_;
+    const Pixel* place_ = nullptr;
+    std::int32_t rows_ = 0;
+    std::int32_t left_ = 0;  // pixels of each row that are still to be fetched
+    std::int32_t due_ = 0;   // and of these, with this vector
     std::int32_t step_ = 0;
 };
 

@@ -39,19 +39,20 @@ public:
             for (std::int32_t i = 0; i < taps.count; ++i) heaviest = std::max(heaviest, weight(taps, i));
         }
         quads_ = (most + 3) / 4;
-        const bool isOnePart = heaviest < 1 << kPartBits;
-        if (quads_ > 2 || heaviest >= 1 << (Columns::kMostParts * kPartBits)) return;
-        if (!make_groups()) return;
-        make_ = isOnePart ? (quads_ == 1 ? &CloseScaler::make<1, 1> : &CloseScaler::make<2, 1>)
-                          : (quads_ == 1 ? &CloseScaler::make<1, Columns::kMostParts>
-                                         : &CloseScaler::make<2, Columns::kMostParts>);
+        parts_ = heaviest < 1 << kPartBits ? 1 : 2;
+        isValid_ =
+            quads_ <= 2 && parts_ <= Columns::kMostParts && heaviest < 1 << 2 * kPartBits && make_groups();
     }
 
     // Whether the scaling is one that this can do.
-    bool is_valid() const { return make_ != nullptr; }
+    bool is_valid() const { return isValid_; }
 
     // Returns false if not all of the pixels that row y is made of are opaque; then it is left half done.
-    bool make_opaque_row(std::int32_t y, Pixel* to) const { return (this->*make_)(y, to); }
+    bool make_opaque_row(std::int32_t y, Pixel* to) const {
+        if (parts_ == 1) return quads_ == 1 ? make_row<1, 1>(y, to) : make_row<2, 1>(y, to);
+        return quads_ == 1 ? make_row<1, Columns::kMostParts>(y, to)
+                           : make_row<2, Columns::kMostParts>(y, to);
+    }
 
 private:
     static constexpr std::int32_t kGroupPixels = 4;
@@ -116,22 +117,38 @@ private:
         return true;
     }
 
+    // With the number of rows that are added up known beforehand where it is one of the usual ones.
     template <std::int32_t kQuads, std::int32_t kParts>
+    bool make_row(std::int32_t y, Pixel* to) const {
+        switch (scaling_.y().taps(y).count) {
+            case 3:
+                return make<kQuads, kParts, 3>(y, to);
+            case 4:
+                return make<kQuads, kParts, 4>(y, to);
+            case 5:
+                return make<kQuads, kParts, 5>(y, to);
+            default:
+                return make<kQuads, kParts, 0>(y, to);
+        }
+    }
+
+    template <std::int32_t kQuads, std::int32_t kParts, std::int32_t kRows>
     HWY_NOINLINE bool make(std::int32_t y, Pixel* to) const {
+        using Of = Neighbours<kQuads, kParts>;
         const Taps& taps = scaling_.y().taps(y);
+        const std::int32_t rows = kRows == 0 ? taps.count : kRows;
         const Pixel* const top = source_.row(taps.first);
+        const std::ptrdiff_t pitch = source_.width;
         RowsAhead ahead(source_, scaling_, y);
         auto column = columns_.begin(y);
         const Group* group = groups_;
-        for (std::int32_t i = 0; i * kColumns < scaling_.x().count(); ++i) {
+        for (std::int32_t i = 0; i * kColumns < scaling_.x().count(); ++i, group += kGroups * kQuads) {
             ahead.fetch();
+            const IntVec quarters[kGroups] = {column.sum_of(Of(group, top, pitch), rows),
+                                              column.sum_of(Of(group + kQuads, top, pitch), rows),
+                                              column.sum_of(Of(group + 2 * kQuads, top, pitch), rows),
+                                              column.sum_of(Of(group + 3 * kQuads, top, pitch), rows)};
             const std::int32_t x = first_of(i);
-            IntVec quarters[kGroups];
-            for (IntVec& quarter : quarters) {
-                const Neighbours<kQuads, kParts> neighbours(group, top, source_.width);
-                quarter = column.sum_of(neighbours, taps.count);
-                group += kQuads;
-            }
             hn::StoreU(third_bytes_of(quarters), PixelTag(), to + x);
             if (HWY_UNLIKELY(!column.is_sure())) redo(column.unsure_lanes(), x, y, to);
             if (i % 16 == 0 && !column.is_opaque()) return false;
@@ -209,9 +226,10 @@ private:
     ConstPixelBuffer source_;
     const Scaling& scaling_;
     Columns columns_;
-    std::int32_t quads_ = 0;
+    bool isValid_ = false;
+    std::int32_t quads_ = 0;  // fours of neighbours
+    std::int32_t parts_ = 0;  // of weights
     Group* groups_ = nullptr;
-    bool (CloseScaler::*make_)(std::int32_t, Pixel*) const = nullptr;
 };
 
 }  // namespace pixvane::HWY_NAMESPACE

@@ -1,5 +1,5 @@
-// Sums of four bytes and their weights, added up over rows of the source; included once for each instruction
-// set. SPDX-License-Identifier: MIT
+// Sums of bytes and their weights, added up over rows of the source; included once for each instruction set.
+// SPDX-License-Identifier: MIT
 #if defined(PIXVANE_CORE_SCALE_CLOSE_COLUMNS_INL_H_) == defined(HWY_TARGET_TOGGLE)
 #ifdef PIXVANE_CORE_SCALE_CLOSE_COLUMNS_INL_H_
 #undef PIXVANE_CORE_SCALE_CLOSE_COLUMNS_INL_H_
