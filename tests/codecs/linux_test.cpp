@@ -1,19 +1,15 @@
-// The Linux side of the ports: files whole or not at all, blocks of memory, and what a forked child finds.
+// The Linux side of the ports: files whole or not at all, and blocks of memory.
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
 
 #include "codecs/temporary_folder.h"
-#include "core/parallel_rows.h"
 #include "platform/linux/linux_platform.h"
 
 namespace pixvane::test {
@@ -38,6 +34,16 @@ mode_t mode_of(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
 }
+
+/// A folder with the file that must stay as it is.
+struct OldFile : TemporaryFolder {
+    const std::string file = *this / "file";
+    OldFile() { write_content(file, "old"); }
+    ~OldFile() {
+        EXPECT_EQ(content_of(file), (Bytes{'o', 'l', 'd'}));
+        EXPECT_EQ(names(), std::vector<std::string>{"file"});
+    }
+};
 
 const Bytes kOld{'o', 'l', 'd'};
 const Bytes kNew(100'000, 'n');
@@ -106,65 +112,36 @@ TEST(LinuxFiles, OnlyRegularFilesCount) {
 }
 
 TEST(LinuxFiles, NoPlaceForTheFile) {
-    const TemporaryFolder folder;
-    write_content(folder / "file", "old");
-    EXPECT_FALSE(write(folder / "file/below", kNew));
-    EXPECT_FALSE(write(folder / "missing/below", kNew));
-    EXPECT_FALSE(write("/proc/pixvane-test", kNew));
-    EXPECT_EQ(content_of(folder / "file"), kOld);
-    EXPECT_EQ(folder.names(), std::vector<std::string>{"file"});
+    const OldFile folder;
+    for (const std::string& path :
+         {folder / "file/below", folder / "missing/below", std::string("/proc/pixvane-test")})
+        EXPECT_FALSE(write(path, kNew)) << path;
 }
 
 TEST(LinuxFiles, ClosedFilesAndFoldersAreNotWritten) {
     if (geteuid() == 0) GTEST_SKIP() << "root may write everywhere";
-    const TemporaryFolder folder;
-    write_content(folder / "file", "old");
-    ASSERT_EQ(chmod((folder / "file").c_str(), 0400), 0);
-    EXPECT_FALSE(write(folder / "file", kNew));
-    ASSERT_EQ(chmod((folder / "file").c_str(), 0600), 0);
-    ASSERT_EQ(chmod(folder.path().c_str(), 0500), 0);
-    EXPECT_FALSE(write(folder / "file", kNew));
-    ASSERT_EQ(chmod(folder.path().c_str(), 0700), 0);
-    EXPECT_EQ(content_of(folder / "file"), kOld);
-    EXPECT_EQ(folder.names(), std::vector<std::string>{"file"});
+    const OldFile folder;
+    for (const auto& [path, closed, open] :
+         {std::tuple{folder.file, 0400u, 0600u}, {folder.path(), 0500u, 0700u}}) {
+        ASSERT_EQ(chmod(path.c_str(), closed), 0);
+        EXPECT_FALSE(write(folder.file, kNew));
+        ASSERT_EQ(chmod(path.c_str(), open), 0);
+    }
 }
 
 /// Fails in the middle of the bytes, as a full disk does.
 TEST(LinuxFiles, AWriteThatBreaksOffLeavesTheOldFile) {
-    const TemporaryFolder folder;
-    write_content(folder / "file", "old");
+    const OldFile folder;
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
     rlimit small = before;
     small.rlim_cur = 4096;
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const bool existing = write(folder / "file", kNew);
-    const bool fresh = write(folder / "fresh", kNew);
+    EXPECT_FALSE(write(folder.file, kNew));
+    EXPECT_FALSE(write(folder / "fresh", kNew));
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(existing);
-    EXPECT_FALSE(fresh);
-    EXPECT_EQ(content_of(folder / "file"), kOld);
-    EXPECT_EQ(folder.names(), std::vector<std::string>{"file"});
-}
-
-TEST(LinuxFiles, AFullOrReadOnlyDiskLeavesTheOldFile) {
-    const TemporaryFolder folder;
-    const std::string disk = folder / "disk";
-    fs::create_directory(disk);
-    if (mount("tmpfs", disk.c_str(), "tmpfs", 0, "size=64k") != 0) GTEST_SKIP() << "no right to mount";
-    write_content(disk + "/file", "old");
-    EXPECT_FALSE(write(disk + "/file", kNew));
-    EXPECT_FALSE(write(disk + "/fresh", kNew));
-    EXPECT_EQ(content_of(disk + "/file"), kOld);
-    EXPECT_TRUE(write(disk + "/file", Bytes(20'000, 'x'))) << "there is room for this";
-    if (mount("", disk.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0) {
-        EXPECT_FALSE(write(disk + "/file", kOld));
-        EXPECT_EQ(content_of(disk + "/file"), Bytes(20'000, 'x'));
-    }
-    EXPECT_EQ(std::distance(fs::directory_iterator(disk), fs::directory_iterator()), 1);
-    umount(disk.c_str());
 }
 
 TEST(LinuxMemory, BlocksOfAllSizesAreAlignedAndUsable) {
@@ -183,31 +160,6 @@ TEST(LinuxMemory, BlocksOfAllSizesAreAlignedAndUsable) {
     EXPECT_GE(source.machine_memory(), std::size_t{64} << 20);
     EXPECT_LE(source.machine_memory(), static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) *
                                            static_cast<std::size_t>(sysconf(_SC_PAGESIZE)));
-}
-
-std::int32_t rows_done() {
-    std::atomic<std::int32_t> rows{0};
-    parallel_rows(1000, 1e6, [&](std::int32_t first, std::int32_t last) { rows += last - first; });
-    return rows;
-}
-
-TEST(LinuxFork, AChildWorksWithThreadsOfItsOwn) {
-    install_fork_handler();
-    install_fork_handler();
-    const WorkerThreads threads;
-    set_worker_threads(3);
-    ASSERT_EQ(rows_done(), 1000);
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        alarm(20);  // a child that waits for the parent's threads waits for ever
-        _exit(rows_done() == 1000 && worker_threads() == 3 ? 0 : 1);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 0);
-    EXPECT_EQ(rows_done(), 1000);
 }
 
 }  // namespace

@@ -60,8 +60,6 @@ Bytes channels(const std::vector<Pixel>& pixels, const std::string& order);
 /// lowest one, the others with the highest bit.
 Bytes packed_rows(const Picture& values, std::uint32_t bits, std::size_t unit);
 
-/// A PNG file around rows that are filtered already, each with its filter byte.
-Bytes png_around(std::int32_t width, std::int32_t height, std::uint8_t color, const Bytes& filteredRows);
 /// A plain RGBA PNG of a picture.
 Bytes png_of(const Picture& picture);
 

@@ -1,28 +1,14 @@
 // PNG files of every kind.
 // SPDX-License-Identifier: MIT
 #include <png.h>
-#include <zlib.h>
 
 #include <array>
-#include <cstdlib>
 #include <functional>
 
 #include "codecs/odd_files.h"
 
 namespace pixvane::test {
 namespace {
-
-void put_big(Bytes& bytes, std::uint32_t value) {
-    for (int shift = 24; shift >= 0; shift -= 8) bytes.push_back(static_cast<std::uint8_t>(value >> shift));
-}
-
-Bytes deflated(const Bytes& bytes) {
-    Bytes result(compressBound(static_cast<uLong>(bytes.size())));
-    uLongf size = static_cast<uLongf>(result.size());
-    compress2(result.data(), &size, bytes.data(), static_cast<uLong>(bytes.size()), 6);
-    result.resize(size);
-    return result;
-}
 
 struct LibpngKind {
     int bitDepth;
@@ -31,6 +17,7 @@ struct LibpngKind {
     std::vector<png_color> palette{};
     Bytes paletteAlpha{};
     png_color_16* transparent = nullptr;
+    int firstFilter = -1;  ///< where each row has its own, one after the other; else libpng chooses
 };
 
 /// `rows` as libpng wants them for the kind; 16-bit samples with the high byte first.
@@ -54,60 +41,34 @@ Bytes write_with_libpng(std::int32_t width, std::int32_t height, const LibpngKin
         png_set_tRNS(png, info, kind.paletteAlpha.data(), static_cast<int>(kind.paletteAlpha.size()),
                      nullptr);
     if (kind.transparent != nullptr) png_set_tRNS(png, info, nullptr, 0, kind.transparent);
+    // Small chunks of data, as many writers make them.
+    png_set_compression_buffer_size(png, 500);
+    if (kind.firstFilter >= 0) png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_ALL_FILTERS);
+    png_write_info(png, info);
     const std::size_t stride = rows.size() / static_cast<std::size_t>(height);
-    std::vector<png_bytep> pointers;
-    for (std::size_t y = 0; y < static_cast<std::size_t>(height); ++y)
-        pointers.push_back(rows.data() + y * stride);
-    png_set_rows(png, info, pointers.data());
-    png_write_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
+    for (int pass = png_set_interlace_handling(png); pass > 0; --pass)
+        for (int y = 0; y < height; ++y) {
+            if (kind.firstFilter >= 0)
+                png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE << (kind.firstFilter + y) % 5);
+            png_write_row(png, rows.data() + static_cast<std::size_t>(y) * stride);
+        }
+    png_write_end(png, info);
     png_destroy_write_struct(&png, &info);
     return file;
 }
 
-Bytes png_chunk(const std::string& type, const Bytes& body) {
-    Bytes chunk;
-    put_big(chunk, static_cast<std::uint32_t>(body.size()));
-    append(chunk, text(type));
-    append(chunk, body);
-    put_big(chunk,
-            static_cast<std::uint32_t>(crc32(0, chunk.data() + 4, static_cast<uInt>(chunk.size() - 4))));
-    return chunk;
-}
-
-/// The filters by their definition, one after the other down the rows.
-Bytes filter_in_turn(const Bytes& raw, std::size_t stride, std::size_t bytesPerPixel, int firstFilter) {
-    Bytes result;
-    for (std::size_t y = 0; y < raw.size() / stride; ++y) {
-        const int filter = (firstFilter + static_cast<int>(y)) % 5;
-        result.push_back(static_cast<std::uint8_t>(filter));
-        for (std::size_t x = 0; x < stride; ++x) {
-            const int a = x < bytesPerPixel ? 0 : raw[y * stride + x - bytesPerPixel];
-            const int b = y == 0 ? 0 : raw[(y - 1) * stride + x];
-            const int c = x < bytesPerPixel || y == 0 ? 0 : raw[(y - 1) * stride + x - bytesPerPixel];
-            const int p = a + b - c;
-            const int pa = std::abs(p - a), pb = std::abs(p - b), pc = std::abs(p - c);
-            const int paeth = pa <= pb && pa <= pc ? a : pb <= pc ? b : c;
-            const std::array<int, 5> predictions{0, a, b, (a + b) / 2, paeth};
-            result.push_back(static_cast<std::uint8_t>(raw[y * stride + x] -
-                                                       predictions[static_cast<std::size_t>(filter)]));
-        }
-    }
-    return result;
-}
-
 std::uint32_t to_byte(std::uint32_t wide) { return (wide * 255 + 32767) / 65535; }
 
-OddFile all_filters(std::uint8_t color, int firstFilter) {
+OddFile all_filters(int color, int firstFilter) {
     const std::string order = color == 0 ? "G" : color == 2 ? "RGB" : color == 4 ? "GA" : "RGBA";
-    Picture picture = random_picture(61, 47, 31 + color);
+    Picture picture = random_picture(61, 47, static_cast<std::uint64_t>(31 + color));
     if (order.size() < 3) picture = grey_of(picture);
     if (order.size() % 2 != 0)
         for (Pixel& p : picture.pixels) p |= kOpaque;
-    const Bytes rows =
-        filter_in_turn(channels(picture.pixels, order), 61 * order.size(), order.size(), firstFilter);
+    const LibpngKind kind{8, color, false, {}, {}, nullptr, firstFilter};
     return {"PNG with all filters, colour type " + std::to_string(color) + ", from filter " +
                 std::to_string(firstFilter),
-            png_around(61, 47, color, rows),
+            write_with_libpng(61, 47, kind, channels(picture.pixels, order)),
             {picture}};
 }
 
@@ -170,31 +131,15 @@ OddFile interlaced_rgba_png() {
 
 }  // namespace
 
-Bytes png_around(std::int32_t width, std::int32_t height, std::uint8_t color, const Bytes& filteredRows) {
-    Bytes file{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-    Bytes header;
-    put_big(header, static_cast<std::uint32_t>(width));
-    put_big(header, static_cast<std::uint32_t>(height));
-    append(header, {8, color, 0, 0, 0});
-    append(file, png_chunk("IHDR", header));
-    // In two parts, as many writers do.
-    const Bytes data = deflated(filteredRows);
-    const auto middle = data.begin() + static_cast<std::ptrdiff_t>(data.size() / 2);
-    append(file, png_chunk("IDAT", {data.begin(), middle}));
-    append(file, png_chunk("IDAT", {middle, data.end()}));
-    append(file, png_chunk("IEND", {}));
-    return file;
-}
-
 Bytes png_of(const Picture& picture) {
-    const std::size_t stride = static_cast<std::size_t>(picture.width) * 4;
-    const Bytes rows = filter_in_turn(channels(picture.pixels, "RGBA"), stride, 4, 1);
-    return png_around(picture.width, picture.height, 6, rows);
+    return write_with_libpng(picture.width, picture.height,
+                             {8, PNG_COLOR_TYPE_RGBA, false, {}, {}, nullptr, 1},
+                             channels(picture.pixels, "RGBA"));
 }
 
 std::vector<OddFile> png_files() {
     std::vector<OddFile> files;
-    for (const std::uint8_t color : Bytes{0, 2, 4, 6})
+    for (const int color : {0, 2, 4, 6})
         for (int first = 0; first < 5; ++first) files.push_back(all_filters(color, first));
     for (const bool alpha : {false, true})
         for (const bool interlaced : {false, true}) files.push_back(wide_samples(alpha, interlaced));

@@ -25,7 +25,6 @@ struct Stage : TestControl {
         control.window_mouse({what, button, {x, y}, what == What::Move ? 1 : 0});
     }
     void mode(std::int32_t value) { call("PaintStatus", {integer(value)}); }
-    WindowPoint anchor() { return control.store().view.anchor(); }
 };
 
 TEST(Modes, are_set_with_a_picture_only) {
@@ -65,26 +64,6 @@ TEST(Modes, end_when_the_document_is_replaced) {
         EXPECT_EQ(c.number("PaintStatus"), changes[i].first) << i;
         EXPECT_EQ(c.window.timers.contains(1), changes[i].first == 18) << i;
     }
-}
-
-TEST(Pan, is_ended_by_a_mode_and_by_the_release_after_the_picture_is_gone) {
-    Stage c;
-    const WindowPoint start = c.anchor();
-    c.mouse(What::Down, 30, 20);
-    EXPECT_TRUE(c.window.captured);
-    c.mouse(What::Move, -10, -20);
-    EXPECT_EQ(c.anchor(), (WindowPoint{start.x - 40, start.y - 40}));
-    c.mouse(What::Move, -5, -30);
-    EXPECT_EQ(c.anchor(), (WindowPoint{start.x - 35, start.y - 50}));
-    c.mode(0);
-    EXPECT_FALSE(c.window.captured);
-    c.mouse(What::Move, 20, 20);
-    EXPECT_EQ(c.anchor(), (WindowPoint{start.x - 35, start.y - 50}));
-    c.mouse(What::Down, 30, 20);
-    c.call("Empty");
-    EXPECT_TRUE(c.window.captured);
-    c.mouse(What::Up, 30, 20);
-    EXPECT_FALSE(c.window.captured);
 }
 
 /// What a host may think of while it is being told something.

@@ -293,16 +293,6 @@ TEST(Macros, stop_where_the_arguments_end) {
         // All of the three steps ran, or only the first.
         EXPECT_EQ(c.is("UndoEnable"), size == 12) << size;
     }
-    // Counts that the stream can't hold: text, points, numbers, pixels, and sizes whose product overflows.
-    for (const auto& [code, before] :
-         {std::pair<std::int32_t, std::size_t>{162, 8}, {155, 0}, {38, 0}, {163, 8}, {194, 0}}) {
-        TestControl c;
-        c.load(picture);
-        Bytes arguments(before, 0);
-        arguments.resize(before + 8, 0xFF);
-        play(c, {code, 12}, arguments);
-        EXPECT_FALSE(c.is("UndoEnable")) << code;
-    }
 }
 
 TEST(Macros, leave_the_settings_as_they_were) {
@@ -403,16 +393,6 @@ TEST(Macros, survive_all_but_a_new_one) {
         EXPECT_FALSE(c.is("SaveMacros", {Value::string("new")}));
         EXPECT_EQ(c.files.files.count("new"), 0u);
     }
-}
-
-TEST(Macros, go_on_over_loaded_arguments) {
-    TestControl c;
-    c.call("BeginMacros");
-    c.files.files["macro"] = macro_file({8}, words({1, 2, 3}));
-    ASSERT_TRUE(c.is("LoadMacros", {Value::string("macro")}));
-    c.call("Saturate", {integer(4)});
-    EXPECT_EQ(c.codes(), (Codes{8, 1}));
-    EXPECT_EQ(c.recorded_bytes(), words({4, 2, 3}));
 }
 
 TEST(StepListing, tells_where_each_step_lies_and_which_do_not_run) {

@@ -6,7 +6,7 @@ import os
 import unittest
 
 import pixvane
-from support import ControlTest, pixels, write_picture
+from support import ControlTest
 
 
 class HandlerTest(ControlTest):
@@ -59,31 +59,6 @@ class Handlers(HandlerTest):
             self.assertRaises(ValueError, self.p.off, name)
         self.assertRaises(TypeError, self.p.on, 5, self.hear)
         self.assertRaises(TypeError, self.p.on, "OnDropFile", None)
-
-    def test_a_handler_may_call_the_control(self):
-        write_picture(self.path("dropped.png"), 6, 5, pixels(6, 5))
-
-        def load(name):
-            self.hear(self.p.LoadImage(name))
-            self.p.Invert()
-            self.hear((self.p.ImageWidth, sum(self.p.GetRHistogram())))
-
-        self.p.on("OnDropFile", load)
-        self.assertEqual(self.drop(self.path("dropped.png")), [True, (6, 30)])
-
-    def test_a_handler_may_end_itself_and_others(self):
-        def once(name):
-            self.hear("once")
-            self.p.off("OnDropFile", once)
-
-        def add(name):
-            self.p.off("OnDropFile", add)
-            self.p.on("OnDropFile", self.hear)
-
-        self.p.on("OnDropFile", once)
-        self.p.on("OnDropFile", add)
-        self.drop("a")
-        self.assertEqual(self.drop("b"), ["b"])
 
 
 class Raising(HandlerTest):

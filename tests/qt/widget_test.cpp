@@ -22,8 +22,18 @@ protected:
         picture_.setGeometry(35, 21, 397, 303);
         line_.setGeometry(1, 1, 200, 18);
     }
-    void load(int width, int height) {
+    void show_picture(int width, int height) {
+        show(window_);
         ASSERT_TRUE(picture_.LoadFromImageArray(patterned_pixels(width, height), width, height));
+    }
+    void press(Qt::MouseButton button, int x, int y) {
+        send_mouse(picture_, QEvent::MouseButtonPress, button, button, x, y);
+    }
+    void drag(Qt::MouseButton held, int x, int y) {
+        send_mouse(picture_, QEvent::MouseMove, Qt::NoButton, held, x, y);
+    }
+    void release(Qt::MouseButton button, int x, int y) {
+        send_mouse(picture_, QEvent::MouseButtonRelease, button, Qt::NoButton, x, y);
     }
 
     QWidget window_;
@@ -48,8 +58,7 @@ void expect_shown(PixvaneWidget& widget, Model& model) {
 }
 
 TEST_F(Widgets, APixelOfThePictureIsAPixelOfTheScreen) {
-    show(window_);
-    load(200, 150);
+    show_picture(200, 150);
     Model model(picture_);
     EXPECT_EQ(picture_.Zoom(), 1.0);
     expect_shown(picture_, model);
@@ -81,8 +90,7 @@ TEST_F(Widgets, APictureThatWasLoadedBeforeIsFittedWhenTheWidgetIsFirstShown) {
 }
 
 TEST_F(Widgets, TheMouseArrivesInPixels) {
-    show(window_);
-    load(1500, 1200);
+    show_picture(1500, 1200);
     Model model(picture_);
     EventLog told(picture_), expected(model);
     const auto both = [&](QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held, int x, int y) {
@@ -119,8 +127,7 @@ TEST_F(Widgets, TheMouseArrivesInPixels) {
 }
 
 TEST_F(Widgets, TheWheelZoomsAtThePointerByWholeNotches) {
-    show(window_);
-    load(1500, 1200);
+    show_picture(1500, 1200);
     Model model(picture_);
     send_wheel(picture_, 240, 101, 77);
     model.wheel(2, 101, 77);
@@ -137,20 +144,18 @@ TEST_F(Widgets, TheWheelZoomsAtThePointerByWholeNotches) {
 }
 
 TEST_F(Widgets, TheMiddleButtonMovesThePictureInAnyMode) {
-    show(window_);
-    load(1500, 1200);
-    picture_.ActialSize();
+    show_picture(1500, 1200);
     for (const int mode : {0, 1}) {
         picture_.setPaintStatus(mode);
         Model model(picture_);
         model.ActialSize();
         picture_.ActialSize();
-        send_mouse(picture_, QEvent::MouseButtonPress, Qt::MiddleButton, Qt::MiddleButton, 50, 60);
+        press(Qt::MiddleButton, 50, 60);
         EXPECT_EQ(picture_.cursor().shape(), Qt::ClosedHandCursor);
-        send_mouse(picture_, QEvent::MouseMove, Qt::NoButton, Qt::MiddleButton, 73, 41);
-        send_mouse(picture_, QEvent::MouseButtonRelease, Qt::MiddleButton, Qt::NoButton, 73, 41);
+        drag(Qt::MiddleButton, 73, 41);
+        release(Qt::MiddleButton, 73, 41);
         EXPECT_NE(picture_.cursor().shape(), Qt::ClosedHandCursor);
-        send_mouse(picture_, QEvent::MouseMove, Qt::NoButton, Qt::NoButton, 173, 141);
+        drag(Qt::NoButton, 173, 141);
         model.pan(23, -19);
         model.put_PaintStatus(mode);
         expect_shown(picture_, model);
@@ -158,30 +163,28 @@ TEST_F(Widgets, TheMiddleButtonMovesThePictureInAnyMode) {
 }
 
 TEST_F(Widgets, TheSpaceBarTurnsTheLeftButtonIntoAHand) {
-    show(window_);
-    load(1500, 1200);
+    show_picture(1500, 1200);
     picture_.ActialSize();
     Model model(picture_);
     model.ActialSize();
     EventLog told(picture_);
     QTest::keyPress(&picture_, Qt::Key_Space);
     EXPECT_EQ(picture_.cursor().shape(), Qt::OpenHandCursor);
-    send_mouse(picture_, QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton, 50, 60);
-    send_mouse(picture_, QEvent::MouseMove, Qt::NoButton, Qt::LeftButton, 33, 81);
+    press(Qt::LeftButton, 50, 60);
+    drag(Qt::LeftButton, 33, 81);
     QTest::keyRelease(&picture_, Qt::Key_Space);
-    send_mouse(picture_, QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, 33, 81);
+    release(Qt::LeftButton, 33, 81);
     EXPECT_EQ(told.take(), std::vector<std::string>());
     model.pan(-17, 21);
     expect_shown(picture_, model);
-    send_mouse(picture_, QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton, 33, 81);
+    press(Qt::LeftButton, 33, 81);
     EXPECT_EQ(told.take().size(), 1u);
-    send_mouse(picture_, QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, 33, 81);
+    release(Qt::LeftButton, 33, 81);
 }
 
 TEST_F(Widgets, KeysWorkWhileTheWidgetHasTheFocus) {
-    show(window_);
+    show_picture(1500, 1200);
     window_.activateWindow();
-    load(1500, 1200);
     const double fitted = picture_.Zoom();
     const auto type = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
@@ -242,8 +245,7 @@ TEST_F(Widgets, DroppedFilesAreTold) {
 }
 
 TEST_F(Widgets, CursorsAreTheControls) {
-    show(window_);
-    load(100, 100);
+    show_picture(100, 100);
     picture_.setPaintStatus(12);
     std::int32_t width = 0, height = 0, hotX = 0, hotY = 0;
     ASSERT_EQ(pixvane_cursor_image(202, nullptr, 0, &width, &height, &hotX, &hotY), PIXVANE_OK);
@@ -263,8 +265,7 @@ TEST_F(Widgets, TimersTickWhileAModeWantsThem) {
         }
         int count = 0;
     } ticks;
-    show(window_);
-    load(100, 100);
+    show_picture(100, 100);
     QCoreApplication::instance()->installEventFilter(&ticks);
     for (const int mode : {7, 18}) {
         picture_.setPaintStatus(mode);
@@ -283,8 +284,7 @@ TEST_F(Widgets, ItTellsThoseWhoCannotSeeIt) {
     EXPECT_EQ(told->role(), QAccessible::Graphic);
     EXPECT_FALSE(told->text(QAccessible::Name).isEmpty());
     const QString empty = told->text(QAccessible::Description);
-    show(window_);
-    load(1234, 567);
+    show_picture(1234, 567);
     const QString full = told->text(QAccessible::Description);
     EXPECT_NE(full, empty);
     EXPECT_TRUE(full.contains(QStringLiteral("1234")) && full.contains(QStringLiteral("567")));
