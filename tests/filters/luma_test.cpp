@@ -54,7 +54,8 @@ TEST(Saturate, EveryPercentOnEveryInstructionSet) {
     const auto targets = available_targets();
     Picture expected(256, 256);
     Picture result(256, 256);
-    for (std::int32_t percent = -410; percent <= 1010; ++percent) {
+    // Each that the slider has about the usual ones, and some of the others.
+    for (std::int32_t percent = -410; percent <= 1010; percent += percent > -110 && percent < 210 ? 1 : 7) {
         {
             const PlainScope plain;
             filters::saturate(source.view(), expected.view(), percent);
