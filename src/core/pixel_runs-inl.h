@@ -177,6 +177,36 @@ HWY_INLINE void fill_run(Pixel* to, std::size_t count, Pixel value, bool streami
 
 HWY_INLINE PixelVec opaque(PixelVec pixels) { return hn::Or(pixels, hn::Set(PixelTag(), kOpaque)); }
 
+// Floats that fit integers, truncated: without what conversions otherwise do for those that don't.
+HWY_INLINE IntVec truncated(hn::Vec<hn::RebindToFloat<IntTag>> v) {
+#if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL
+    return IntVec{_mm512_cvttps_epi32(v.raw)};
+#elif HWY_TARGET == HWY_AVX2
+    return IntVec{_mm256_cvttps_epi32(v.raw)};
+#else
+    return hn::ConvertTo(IntTag(), v);
+#endif
+}
+
+// The same for two vectors of doubles.
+using DoubleTag = hn::Repartition<double, PixelTag>;
+using DoubleVec = hn::Vec<DoubleTag>;
+
+HWY_INLINE IntVec truncated(DoubleVec low, DoubleVec high) {
+    const IntTag d;
+    const hn::Rebind<std::int32_t, DoubleTag> half;
+#if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL
+    const auto each = [](DoubleVec v)
+                          HWY_ATTR { return hn::Vec<decltype(half)>{_mm512_cvttpd_epi32(v.raw)}; };
+#elif HWY_TARGET == HWY_AVX2
+    const auto each = [](DoubleVec v)
+                          HWY_ATTR { return hn::Vec<decltype(half)>{_mm256_cvttpd_epi32(v.raw)}; };
+#else
+    const auto each = [=](DoubleVec v) HWY_ATTR { return hn::DemoteTo(half, v); };
+#endif
+    return hn::Combine(d, each(high), each(low));
+}
+
 // A channel of each pixel, 0..255.
 HWY_INLINE PixelVec blue_lanes(PixelVec p) { return hn::And(p, hn::Set(PixelTag(), 0xFF)); }
 HWY_INLINE PixelVec green_lanes(PixelVec p) {

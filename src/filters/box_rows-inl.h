@@ -16,17 +16,14 @@
 HWY_BEFORE_NAMESPACE();
 namespace pixvane::HWY_NAMESPACE {
 
-using WideFloatTag = hn::Repartition<double, PixelTag>;
-using WideFloatVec = hn::Vec<WideFloatTag>;
-
 // The lanes of a vector of integers in doubles.
 struct WideLanes {
-    WideFloatVec low, high;
+    DoubleVec low, high;
 };
 
 HWY_INLINE WideLanes wide_lanes(IntVec v) {
-    const hn::Rebind<std::int32_t, WideFloatTag> half;
-    const WideFloatTag d;
+    const hn::Rebind<std::int32_t, DoubleTag> half;
+    const DoubleTag d;
     return {hn::PromoteTo(d, hn::LowerHalf(half, v)), hn::PromoteTo(d, hn::UpperHalf(half, v))};
 }
 
@@ -42,25 +39,20 @@ public:
 
     // Of what gives no more than 255 and is not negative.
     HWY_INLINE IntVec operator()(const WideLanes& dividend) const {
-        const auto factor = hn::Set(WideFloatTag(), factor_);
+        const auto factor = hn::Set(DoubleTag(), factor_);
         return truncated(hn::Mul(dividend.low, factor), hn::Mul(dividend.high, factor));
     }
 
     // Of anything; limited to 0..255.
     HWY_INLINE IntVec limited(const WideLanes& dividend) const {
-        const WideFloatTag d;
+        const DoubleTag d;
         const auto factor = hn::Set(d, factor_);
-        const auto limit = [&](WideFloatVec v)
+        const auto limit = [&](DoubleVec v)
                                HWY_ATTR { return hn::Min(hn::Max(v, hn::Zero(d)), hn::Set(d, 255.0)); };
         return truncated(limit(hn::Mul(dividend.low, factor)), limit(hn::Mul(dividend.high, factor)));
     }
 
 private:
-    static HWY_INLINE IntVec truncated(WideFloatVec low, WideFloatVec high) {
-        const hn::Rebind<std::int32_t, WideFloatTag> half;
-        return hn::Combine(IntTag(), hn::DemoteTo(half, high), hn::DemoteTo(half, low));
-    }
-
     double factor_ = 1.0;
 };
 
@@ -68,19 +60,19 @@ private:
 class WideRunningSum {
 public:
     explicit WideRunningSum(std::int64_t before)
-        : before_(hn::Set(WideFloatTag(), static_cast<double>(before))) {}
+        : before_(hn::Set(DoubleTag(), static_cast<double>(before))) {}
 
     HWY_INLINE WideLanes next(IntVec gain) {
         const IntVec sums = sums_so_far(IntTag(), gain);
         const WideLanes wide = wide_lanes(sums);
-        const WideFloatVec last = wide_lanes(last_everywhere(sums)).low;
+        const DoubleVec last = wide_lanes(last_everywhere(sums)).low;
         const WideLanes result{hn::Add(before_, wide.low), hn::Add(before_, wide.high)};
         before_ = hn::Add(before_, last);
         return result;
     }
 
 private:
-    WideFloatVec before_;
+    DoubleVec before_;
 };
 
 // Plain means of few pixels, whose sums fit 16 bits: to radius 7.
@@ -102,14 +94,15 @@ public:
         const ChannelTotals before = columns_.sum_before();
         IntVec blueRed = pairs(before.blue, before.red);
         IntVec greenAlpha = pairs(before.green, 0);
-        auto descent = columns_.descent(source_, y);
+        NarrowColumns columns = columns_;  // in registers, whatever the stores are feared to change
+        auto descent = columns.descent(source_, y);
         for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
-            const WordVec blueRedMean = next(blueRed, columns_.blue_red_gain(x));
-            const WordVec greenAlphaMean = next(greenAlpha, columns_.green_alpha_gain(x));
+            const WordVec blueRedMean = next(blueRed, columns.blue_red_gain(x));
+            const WordVec greenAlphaMean = next(greenAlpha, columns.green_alpha_gain(x));
             hn::StoreU(pixels_of_words(blueRedMean, greenAlphaMean), PixelTag(), to + x);
-            columns_.follow(descent, x + lanes_of_pixels());
+            columns.follow(descent, x + lanes_of_pixels());
         }
-        columns_.finish(descent);
+        columns.finish(descent);
     }
 
 private:
@@ -143,14 +136,53 @@ public:
         if (static_cast<double>(reciprocal_) * static_cast<double>(divisor) < 1)
             reciprocal_ = std::nextafter(reciprocal_, 2.0F);
     }
-    HWY_INLINE IntVec operator()(IntVec biased) const {
+    // The quotient in the bits that a power of two moves it to, with something of its fraction below.
+    template <int kPower>
+    HWY_INLINE IntVec times(IntVec biased) const {
         const hn::RebindToFloat<IntTag> d;
-        const auto offset = hn::Set(d, -8388608.0F * reciprocal_);
-        return hn::ConvertTo(IntTag(), hn::MulAdd(hn::BitCast(d, biased), hn::Set(d, reciprocal_), offset));
+        const float factor = kPower * reciprocal_;
+        const auto offset = hn::Set(d, -8388608.0F * factor);
+        return truncated(hn::MulAdd(hn::BitCast(d, biased), hn::Set(d, factor), offset));
     }
 
 private:
     float reciprocal_;
+};
+
+// Division of sums below 2^24 by one product with a float next to the reciprocal, where one does for this
+// divisor: it is tried with the sums on either side of each quotient's first.
+class ProductQuotient {
+public:
+    static constexpr std::int64_t kBias = 0;
+
+    explicit ProductQuotient(std::int64_t divisor) {
+        const float nearest = 1.0F / static_cast<float>(divisor);
+        for (const float factor : {nearest, std::nextafter(nearest, 1.0F), std::nextafter(nearest, 0.0F)}) {
+            if (!serves_) factor_ = factor;
+            serves_ = serves_ || divides(factor, divisor);
+        }
+    }
+    bool serves() const { return serves_; }
+
+    template <int kPower>
+    HWY_INLINE IntVec times(IntVec value) const {
+        const hn::RebindToFloat<IntTag> d;
+        return truncated(hn::Mul(hn::ConvertTo(d, value), hn::Set(d, kPower * factor_)));
+    }
+
+private:
+    static bool divides(float factor, std::int64_t divisor) {
+        bool does = true;
+        for (std::int64_t quotient = 1; quotient <= 255; ++quotient) {
+            const std::int64_t first = quotient * divisor;
+            does = does && static_cast<float>(first) * factor >= static_cast<float>(quotient) &&
+                   static_cast<float>(first - 1) * factor < static_cast<float>(quotient);
+        }
+        return does;
+    }
+
+    float factor_ = 1.0F;
+    bool serves_ = false;
 };
 
 // Plain means, to NarrowColumns::kLargestRadius or Quotient::kLargestRadius.
@@ -171,16 +203,19 @@ public:
         ChannelTotals before = columns_.sum_before();
         before.add(1, Quotient::kBias, Quotient::kBias, Quotient::kBias);
         RunningSums sums(before);
-        const PixelTag d;
-        auto descent = columns_.descent(source_, y);
+        // In registers, whatever the stores are feared to change.
+        NarrowColumns columns = columns_;
+        const Quotient quotient = quotient_;
+        auto descent = columns.descent(source_, y);
         for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
-            const ChannelLanes boxes = sums.next(columns_.gain(x));
-            hn::StoreU(
-                pixels_of_channels(quotient_(boxes.blue), quotient_(boxes.green), quotient_(boxes.red)), d,
-                to + x);
-            columns_.follow(descent, x + lanes_of_pixels());
+            const ChannelLanes boxes = sums.next(columns.gain(x));
+            hn::StoreU(pixels_of_placed(quotient.template times<1>(boxes.blue),
+                                        quotient.template times<0x100>(boxes.green),
+                                        quotient.template times<0x10000>(boxes.red)),
+                       PixelTag(), to + x);
+            columns.follow(descent, x + lanes_of_pixels());
         }
-        columns_.finish(descent);
+        columns.finish(descent);
     }
 
 private:
@@ -209,9 +244,15 @@ public:
         WideRunningSum green(before.green);
         WideRunningSum red(before.red);
         const PixelTag d;
-        auto descent = columns_.descent(source_, y);
+        WideColumns columns = columns_;
+        const WideQuotient quotient = quotient_;
+        const auto mean_of = [&](const WideLanes& box) HWY_ATTR {
+            if constexpr (kWeighted) return quotient.limited(box);
+            return quotient(box);
+        };
+        auto descent = columns.descent(source_, y);
         for (std::int32_t x = 0; x < source_.width; x += lanes_of_pixels()) {
-            const ChannelLanes gain = columns_.gain(x);
+            const ChannelLanes gain = columns.gain(x);
             WideLanes boxes[3] = {blue.next(gain.blue), green.next(gain.green), red.next(gain.red)};
             if constexpr (kWeighted) {
                 const PixelVec centre = load_repeating(source_.row(y), source_.width, x);
@@ -221,21 +262,17 @@ public:
             }
             hn::StoreU(pixels_of_channels(mean_of(boxes[0]), mean_of(boxes[1]), mean_of(boxes[2])), d,
                        to + x);
-            columns_.follow(descent, x + lanes_of_pixels());
+            columns.follow(descent, x + lanes_of_pixels());
         }
-        columns_.finish(descent);
+        columns.finish(descent);
     }
 
 private:
     HWY_INLINE void add_weighted(WideLanes& box, PixelVec centre) const {
-        const auto weight = hn::Set(WideFloatTag(), extraWeight_);
+        const auto weight = hn::Set(DoubleTag(), extraWeight_);
         const WideLanes extra = wide_lanes(hn::BitCast(IntTag(), centre));
         box.low = hn::Add(box.low, hn::Mul(extra.low, weight));
         box.high = hn::Add(box.high, hn::Mul(extra.high, weight));
-    }
-    HWY_INLINE IntVec mean_of(const WideLanes& box) const {
-        if constexpr (kWeighted) return quotient_.limited(box);
-        return quotient_(box);
     }
 
     ConstPixelBuffer source_;
@@ -251,6 +288,9 @@ HWY_INLINE void use_box_rows(std::int32_t radius, const Use& use) {
         use(std::type_identity<SmallBoxRows>());
     } else if (radius <= BiasedQuotient::kLargestRadius) {
         use(std::type_identity<NarrowBoxRows<BiasedQuotient>>());
+    } else if (radius <= NarrowColumns::kLargestRadius &&
+               ProductQuotient((2 * std::int64_t{radius} + 1) * (2 * radius + 1)).serves()) {
+        use(std::type_identity<NarrowBoxRows<ProductQuotient>>());
     } else if (radius <= NarrowColumns::kLargestRadius) {
         use(std::type_identity<NarrowBoxRows<ByteQuotient>>());
     } else {

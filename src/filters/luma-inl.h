@@ -16,8 +16,6 @@ namespace pixvane::HWY_NAMESPACE {
 
 using FloatTag = hn::RebindToFloat<IntTag>;
 using FloatVec = hn::Vec<FloatTag>;
-using DoubleTag = hn::Repartition<double, PixelTag>;
-using DoubleVec = hn::Vec<DoubleTag>;
 using HalfIntTag = hn::Rebind<std::int32_t, DoubleTag>;
 
 // The lanes of a vector of integers in doubles.
@@ -32,11 +30,8 @@ HWY_INLINE DoublePair to_doubles(PixelVec values) {
     return {hn::PromoteTo(d, hn::LowerHalf(half, v)), hn::PromoteTo(d, hn::UpperHalf(half, v))};
 }
 
-// Truncates toward zero.
-HWY_INLINE IntVec to_ints(const DoublePair& values) {
-    const HalfIntTag half;
-    return hn::Combine(IntTag(), hn::DemoteTo(half, values.high), hn::DemoteTo(half, values.low));
-}
+// Of values that fit.
+HWY_INLINE IntVec to_ints(const DoublePair& values) { return truncated(values.low, values.high); }
 
 // The channels of pixels as floats.
 struct FloatChannels {

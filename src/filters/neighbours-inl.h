@@ -42,6 +42,15 @@ HWY_INLINE PixelVec pixels_of_channels(IntVec blue, IntVec green, IntVec red) {
                                                       hn::ShiftLeft<16>(hn::BitCast(d, red)))));
 }
 
+// The same of values that are where they shall be, with what doesn't matter above and below them; blue with
+// nothing above.
+HWY_INLINE PixelVec pixels_of_placed(IntVec blue, IntVec green, IntVec red) {
+    const PixelTag d;
+    const PixelVec blueGreen =
+        hn::OrAnd(hn::BitCast(d, blue), hn::BitCast(d, green), hn::Set(d, std::uint32_t{0xFF00}));
+    return opaque(hn::OrAnd(blueGreen, hn::BitCast(d, red), hn::Set(d, std::uint32_t{0xFF0000})));
+}
+
 // A vector of pixels from place x of a row, whose edge pixels go on beyond its ends.
 inline HWY_NOINLINE PixelVec load_repeating(const Pixel* row, std::int32_t width, std::int32_t x) {
     const PixelTag d;
@@ -142,14 +151,18 @@ public:
           reciprocal_(1.0F / divisor_),
           rest_(static_cast<float>(1.0 / static_cast<double>(divisor) - static_cast<double>(reciprocal_))) {}
 
-    HWY_INLINE IntVec operator()(IntVec value) const {
+    HWY_INLINE IntVec operator()(IntVec value) const { return times<1>(value); }
+
+    // The quotient in the bits that a power of two moves it to, with something of its fraction below.
+    template <int kPower>
+    HWY_INLINE IntVec times(IntVec value) const {
         const hn::RebindToFloat<IntTag> d;
         const auto dividend = hn::ConvertTo(d, value);
 #if HWY_NATIVE_FMA
-        const auto small = hn::Mul(dividend, hn::Set(d, rest_));
-        return hn::ConvertTo(IntTag(), hn::MulAdd(dividend, hn::Set(d, reciprocal_), small));
+        const auto small = hn::Mul(dividend, hn::Set(d, kPower * rest_));
+        return truncated(hn::MulAdd(dividend, hn::Set(d, kPower * reciprocal_), small));
 #else
-        return hn::ConvertTo(IntTag(), hn::Div(dividend, hn::Set(d, divisor_)));
+        return truncated(hn::Div(dividend, hn::Set(d, divisor_ / kPower)));
 #endif
     }
 
