@@ -43,49 +43,88 @@ namespace pixvane::filters::HWY_NAMESPACE {
 #if PIXVANE_VECTORS
 using namespace pixvane::HWY_NAMESPACE;
 
-struct SharpenEdges {
-    const Pixel* above;
-    const Pixel* row;
-    const Pixel* below;
-    std::int32_t level;
+// What the rows above, below and of a pixel have to say, of a vector of pixels: the range of three
+// neighbours, and the sum of the outer two in words.
+struct RowOfThree {
+    PixelVec centre;
+    LowHigh values;
+    WordVec blueRed, greenAlpha;
 
     template <class Load>
-    HWY_INLINE PixelVec one(std::int32_t x, const Load& load) const {
-        const PixelVec centre = load(row, x);
-        const PixelVec corners[4] = {load(above, x - 1), load(above, x + 1), load(below, x - 1),
-                                     load(below, x + 1)};
-        LowHigh values = joined(low_high_of(centre), low_high_of(load(row, x - 1)));
-        values = joined(values, low_high_of(load(row, x + 1)));
-        values = joined(values, low_high_of(load(above, x)));
-        values = joined(values, low_high_of(load(below, x)));
-        for (const PixelVec corner : corners) values = joined(values, low_high_of(corner));
-        const auto even = hn::Lt(smallest_range_lanes(values), hn::Set(IntTag(), level));
-        const PixelVec sharp = pixels_of_words(
-            sharpened(blue_red_words(centre), blue_red_words(corners[0]), blue_red_words(corners[1]),
-                      blue_red_words(corners[2]), blue_red_words(corners[3])),
-            sharpened(green_alpha_words(centre), green_alpha_words(corners[0]), green_alpha_words(corners[1]),
-                      green_alpha_words(corners[2]), green_alpha_words(corners[3])));
-        return hn::IfThenElse(hn::RebindMask(PixelTag(), even), centre, sharp);
-    }
-
-private:
-    // (8 centre - corners) / 4, limited to 0..255.
-    static HWY_INLINE WordVec sharpened(WordVec centre, WordVec a, WordVec b, WordVec c, WordVec d) {
-        const WordVec corners = hn::Add(hn::Add(a, b), hn::Add(c, d));
-        const WordVec sharp = hn::ShiftRight<2>(hn::SaturatedSub(hn::ShiftLeft<3>(centre), corners));
-        return hn::Min(sharp, hn::Set(WordTag(), 255));
+    HWY_INLINE RowOfThree(const Pixel* row, std::int32_t x, const Load& load) : centre(load(row, x)) {
+        const PixelVec left = load(row, x - 1);
+        const PixelVec right = load(row, x + 1);
+        values = joined(joined(low_high_of(left), low_high_of(right)), low_high_of(centre));
+        blueRed = hn::Add(blue_red_words(left), blue_red_words(right));
+        greenAlpha = hn::Add(green_alpha_words(left), green_alpha_words(right));
     }
 };
 
+// (8 centre - corners) / 4, limited to 0..255.
+HWY_INLINE WordVec sharpened(WordVec centre, WordVec corners) {
+    const WordVec sharp = hn::ShiftRight<2>(hn::SaturatedSub(hn::ShiftLeft<3>(centre), corners));
+    return hn::Min(sharp, hn::Set(WordTag(), 255));
+}
+
+HWY_INLINE PixelVec sharpen_where_uneven(const RowOfThree& above, const RowOfThree& own,
+                                         const RowOfThree& below, IntVec level) {
+    const LowHigh values = joined(joined(above.values, below.values), own.values);
+    const auto even = hn::Lt(smallest_range_lanes(values), level);
+    const PixelVec sharp = pixels_of_words(
+        sharpened(blue_red_words(own.centre), hn::Add(above.blueRed, below.blueRed)),
+        sharpened(green_alpha_words(own.centre), hn::Add(above.greenAlpha, below.greenAlpha)));
+    return hn::IfThenElse(hn::RebindMask(PixelTag(), even), own.centre, sharp);
+}
+
+// Some rows at once, column of vectors by column, so that each row's part serves three of them.
+constexpr std::int32_t kTogether = 8;
+
+void sharpen_rows(ConstPixelBuffer source, PixelBuffer target, std::int32_t level, std::int32_t first,
+                  std::int32_t last, bool streaming) {
+    const PixelTag d;
+    const IntVec levels = hn::Set(IntTag(), level);
+    const std::int32_t lanes = lanes_of_pixels();
+    const auto row_of = [&](std::int32_t y) { return source.row(inside(y, source.height)); };
+    const auto go_down = [&](std::int32_t x, const auto& load, const auto& write) HWY_ATTR {
+        RowOfThree above(row_of(first - 1), x, load);
+        RowOfThree own(row_of(first), x, load);
+        for (std::int32_t y = first; y < last; ++y) {
+            const RowOfThree below(row_of(y + 1), x, load);
+            write(sharpen_where_uneven(above, own, below, levels), target.row(y) + x);
+            above = own;
+            own = below;
+        }
+    };
+    const NearTheEnds nearEnds{source.width};
+    if (source.width < lanes) {
+        go_down(0, nearEnds, [&](PixelVec made, Pixel* to) HWY_ATTR {
+            HWY_ALIGN Pixel buffer[hn::MaxLanes(PixelTag())];
+            hn::Store(made, d, buffer);
+            std::copy_n(buffer, source.width, to);
+        });
+        return;
+    }
+    const auto store = [=](PixelVec made, Pixel* to) HWY_ATTR { hn::StoreU(made, d, to); };
+    go_down(0, nearEnds, store);
+    std::int32_t x = lanes;
+    for (; x + lanes < source.width; x += lanes) {
+        if (streaming) {
+            go_down(x, InTheMidst(), [=](PixelVec made, Pixel* to) HWY_ATTR { hn::Stream(made, d, to); });
+        } else {
+            go_down(x, InTheMidst(), store);
+        }
+    }
+    if (x < source.width) go_down(source.width - lanes, nearEnds, store);
+}
+
 void sharpen_edge(ConstPixelBuffer source, PixelBuffer target, std::int32_t level, std::int32_t first,
                   std::int32_t last) {
-    const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
-    for (std::int32_t y = first; y < last; ++y) {
-        const SharpenEdges single{source.row(inside(y - 1, source.height)), source.row(y),
-                                  source.row(inside(y + 1, source.height)), level};
-        make_row(target.row(y), target.width, 1, streaming, source.row(inside(y + 2, source.height)),
-                 EachOfSeveral<SharpenEdges>{single});
-    }
+    constexpr std::size_t kBytes = hn::MaxLanes(PixelTag()) * sizeof(Pixel);
+    const bool isAligned = reinterpret_cast<std::uintptr_t>(target.data) % kBytes == 0 &&
+                           static_cast<std::size_t>(target.width) * sizeof(Pixel) % kBytes == 0;
+    const bool streaming = isAligned && target.rows(first, last).bytes() >= kStreamingBytes;
+    for (std::int32_t y = first; y < last; y += kTogether)
+        sharpen_rows(source, target, level, y, std::min(y + kTogether, last), streaming);
     if (streaming) hwy::FlushStream();
 }
 #else
