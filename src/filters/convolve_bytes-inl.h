@@ -1,7 +1,8 @@
 // Convolution by products of bytes; included once for each instruction set.
 //
 // Four rows are interleaved so that the bytes of a channel lie together, in each lane of a vector those of
-// one column: an instruction multiplies them all and adds them up. Weights of more than seven bits and a
+// one column: an instruction multiplies them all and adds them up. Where a kernel has but three rows, two
+// rows of results come from the same four. Weights of more than seven bits and a
 // sign are taken in two parts. A vector has every fourth pixel, so that most neighbours of its pixels are
 // vectors, too, and packing the sums puts the pixels in order again.
 // SPDX-License-Identifier: MIT
@@ -13,6 +14,7 @@
 #endif
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -59,6 +61,11 @@ struct ByteWeights {
             for (std::int32_t y = 0; y < std::min(side, 4); ++y)
                 set(columns[0][x], columns[1][x], y, kernel.weights[static_cast<std::size_t>(x * side + y)]);
         }
+        // A row further down, of three.
+        for (auto& part : columns) {
+            for (std::int32_t x = 0; x < side; ++x)
+                part[5 + x] = static_cast<std::int32_t>(static_cast<std::uint32_t>(part[x]) << 8);
+        }
         for (std::int32_t x = 0; x < side && side > 4; ++x)
             set(lastRow[0][x / 4], lastRow[1][x / 4], x < 4 ? x : 3,
                 kernel.weights[static_cast<std::size_t>(x * side + 4)]);
@@ -68,9 +75,10 @@ struct ByteWeights {
     std::int64_t divisor = 0;
     bool isSmall = false;  // all in the lower part alone
     bool isServed = false;
-    // In the lower part and the upper one: up to four rows of each column, and what the fifth row has at the
+    // In the lower part and the upper one: up to four rows of each column, then the same from the second row
+    // on, and what the fifth row has at the
     // first four columns and, in the fourth byte, at the last.
-    std::int32_t columns[2][5] = {};
+    std::int32_t columns[2][2 * 5] = {};
     std::int32_t lastRow[2][2] = {};
 };
 
@@ -88,28 +96,45 @@ HWY_INLINE ByteQuads interleaved(PixelVec a, PixelVec b, PixelVec c, PixelVec d)
              _mm512_unpacklo_epi16(abHigh, cdHigh), _mm512_unpackhi_epi16(abHigh, cdHigh)}};
 }
 
-// How sums become pixels: each of the four vectors has a pixel in each block.
+// A sum for each channel of 16 pixels, in the same order.
+struct ChannelSums {
+    __m512i v[4];
+};
+
+// How sums become pixels.
 struct Undivided {
-    HWY_INLINE PixelVec operator()(const __m512i (&sum)[4]) const {
-        return PixelVec{
-            _mm512_packus_epi16(_mm512_packs_epi32(sum[0], sum[1]), _mm512_packs_epi32(sum[2], sum[3]))};
+    HWY_INLINE PixelVec operator()(const ChannelSums& sum) const {
+        return PixelVec{_mm512_packus_epi16(_mm512_packs_epi32(sum.v[0], sum.v[1]),
+                                            _mm512_packs_epi32(sum.v[2], sum.v[3]))};
     }
 };
 
+// By small divisors, or kShifts: by small ones times powers of two, which the sums lose first.
+template <bool kShifts>
 struct DividedWords {
-    static constexpr std::int64_t kLargestDivisor = 256;
-
-    explicit DividedWords(std::int64_t divisor)
-        : limit(static_cast<std::uint16_t>(256 * divisor - 1)), quotient(divisor, limit) {}
-
-    HWY_INLINE PixelVec operator()(const __m512i (&sum)[4]) const {
-        const auto divided = [&](__m512i a, __m512i b) HWY_ATTR {
-            return quotient(hn::Min(WordVec{_mm512_packus_epi32(a, b)}, hn::Set(WordTag(), limit))).raw;
-        };
-        return PixelVec{_mm512_packus_epi16(divided(sum[0], sum[1]), divided(sum[2], sum[3]))};
+    static bool serves(std::int64_t divisor) {
+        const DividedWords divide(divisor);
+        const std::int64_t small = divisor >> divide.shift;
+        return small >= 2 && small <= 256 && divide.quotient.is_exact();
     }
 
-    std::uint16_t limit;
+    explicit DividedWords(std::int64_t divisor)
+        : shift(kShifts ? std::countr_zero(static_cast<std::uint64_t>(divisor)) : 0),
+          // What gives more than 255 need not be exact: it stays below 2^15, and packing limits it.
+          quotient(divisor >> shift, 256 * (divisor >> shift) - 1) {}
+
+    HWY_INLINE PixelVec operator()(const ChannelSums& sum) const {
+        const auto divided = [&](__m512i a, __m512i b) HWY_ATTR {
+            if constexpr (kShifts) {
+                a = _mm512_srai_epi32(a, static_cast<unsigned>(shift));
+                b = _mm512_srai_epi32(b, static_cast<unsigned>(shift));
+            }
+            return quotient(WordVec{_mm512_packus_epi32(a, b)}).raw;
+        };
+        return PixelVec{_mm512_packus_epi16(divided(sum.v[0], sum.v[1]), divided(sum.v[2], sum.v[3]))};
+    }
+
+    int shift;
     WordQuotient quotient;
 };
 
@@ -120,11 +145,11 @@ struct DividedFloats {
         if (static_cast<double>(reciprocal) * static_cast<double>(divisor) < 1)
             reciprocal = std::nextafter(reciprocal, 2.0F);
     }
-    HWY_INLINE PixelVec operator()(const __m512i (&sum)[4]) const {
-        __m512i quotients[4];
+    HWY_INLINE PixelVec operator()(const ChannelSums& sum) const {
+        ChannelSums quotients;
         for (int i = 0; i < 4; ++i)
-            quotients[i] =
-                _mm512_cvttps_epi32(_mm512_mul_ps(_mm512_cvtepi32_ps(sum[i]), _mm512_set1_ps(reciprocal)));
+            quotients.v[i] =
+                _mm512_cvttps_epi32(_mm512_mul_ps(_mm512_cvtepi32_ps(sum.v[i]), _mm512_set1_ps(reciprocal)));
         return Undivided()(quotients);
     }
 
@@ -137,26 +162,39 @@ public:
     ByteRows(ConstPixelBuffer source, const ByteWeights& weights, const Divide& divide)
         : source_(source), weights_(weights), divide_(divide) {}
 
-    PIXVANE_BYTE_PRODUCTS HWY_NOINLINE void make(PixelBuffer target, std::int32_t y, bool streaming) {
-        for (std::int32_t i = 0; i < 5; ++i)
-            rows_[i] = source_.row(inside(y + i - (kFive ? 2 : 1), source_.height));
-        Pixel* to = target.row(y);
+    // How many rows make() makes.
+    static constexpr std::int32_t kRows = kFive ? 1 : 2;
+
+    // Rows from y on, below `last`.
+    PIXVANE_BYTE_PRODUCTS HWY_NOINLINE void make(PixelBuffer target, std::int32_t y, std::int32_t last,
+                                                 bool streaming) {
+        for (std::int32_t i = 0; i < 5; ++i) rows_[i] = source_.row(inside(y + i - kReach, source_.height));
+        const bool single = kRows == 1 || y + 1 == last;
+        Pixel* const to[2] = {target.row(y), single ? nullptr : target.row(y + 1)};
         const std::int32_t width = source_.width;
-        const auto offset = static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(to) % 64 / 4);
-        const Pixel* ahead = source_.row(inside(y + kReach + 1, source_.height));
+        const auto offset_of = [](const Pixel* row) {
+            return static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(row) % 64 / 4);
+        };
+        const std::int32_t offset = offset_of(to[0]);
+        const bool aligned = single || offset_of(to[1]) == offset;
+        const Pixel* ahead[2] = {source_.row(inside(y + kReach + kRows, source_.height)),
+                                 source_.row(inside(y + kReach + kRows + 1, source_.height))};
+        const Divide divide = divide_;  // in registers, whatever the stores are feared to change
         Part before = load(-offset - kLanes);
         Part here = load(-offset);
         for (std::int32_t x = -offset; x < width; x += kLanes) {
-            // What the next row will want first.
-            hwy::Prefetch(ahead + std::max(0, x));
+            // What the next rows will want first.
+            for (std::int32_t i = 0; i < kRows; ++i) hwy::Prefetch(ahead[i] + std::max(0, x));
             const Part next = load(x + kLanes);
-            const PixelVec made = opaque(mixed(before, here, next));
-            if (HWY_UNLIKELY(x < 0 || x + kLanes > width)) {
-                store_inside(made, to, x);
-            } else if (streaming) {
-                hn::Stream(made, PixelTag(), to + x);
-            } else {
-                hn::Store(made, PixelTag(), to + x);
+            const bool isWhole = HWY_LIKELY(x >= 0 && x + kLanes <= width);
+            const auto store = [&](PixelVec made, Pixel* row) HWY_ATTR {
+                if (!isWhole) return store_inside(made, row, x);
+                if (streaming && aligned) return hn::Stream(made, PixelTag(), row + x);
+                hn::StoreU(made, PixelTag(), row + x);
+            };
+            store(opaque(divide(sums<0>(before, here, next))), to[0]);
+            if constexpr (kRows == 2) {
+                if (!single) store(opaque(divide(sums<1>(before, here, next))), to[1]);
             }
             before = here;
             here = next;
@@ -176,9 +214,8 @@ private:
     template <class Load>
     HWY_INLINE Part load_by(const Load& load, std::int32_t x) const {
         if constexpr (!kFive) {
-            return {
-                interleaved(load(rows_[0], x), load(rows_[1], x), load(rows_[2], x), hn::Zero(PixelTag())),
-                {}};
+            return {interleaved(load(rows_[0], x), load(rows_[1], x), load(rows_[2], x), load(rows_[3], x)),
+                    {}};
         }
         return {interleaved(load(rows_[0], x), load(rows_[1], x), load(rows_[2], x), load(rows_[3], x)),
                 interleaved(load(rows_[4], x - 2), load(rows_[4], x - 1), load(rows_[4], x),
@@ -195,8 +232,10 @@ private:
         return _mm512_dpbusd_epi32(sum, bytes, _mm512_set1_epi32(weights));
     }
 
-    PIXVANE_BYTE_PRODUCTS HWY_INLINE PixelVec mixed(const Part& before, const Part& here,
-                                                    const Part& next) const {
+    // Row kRow of those that are made at once.
+    template <int kRow>
+    PIXVANE_BYTE_PRODUCTS HWY_INLINE ChannelSums sums(const Part& before, const Part& here,
+                                                      const Part& next) const {
         const auto* u = here.columns.v;
         // Pixels from two before to two behind the first four.
         const __m512i columns[8] = {_mm512_alignr_epi64(u[2], before.columns.v[2], 6),
@@ -207,30 +246,33 @@ private:
                                     u[3],
                                     _mm512_alignr_epi64(next.columns.v[0], u[0], 2),
                                     _mm512_alignr_epi64(next.columns.v[1], u[1], 2)};
-        __m512i sums[4];
-        for (int i = 0; i < 4; ++i) sums[i] = _mm512_setzero_si512();
+        ChannelSums sums;
+        for (int i = 0; i < 4; ++i) sums.v[i] = _mm512_setzero_si512();
         if constexpr (!kSmall) {
-            add_part(weights_.columns[1], weights_.lastRow[1], columns, here, next, sums);
-            for (int i = 0; i < 4; ++i) sums[i] = _mm512_slli_epi32(sums[i], ByteWeights::kPartBits);
+            add_part<kRow>(weights_.columns[1], weights_.lastRow[1], columns, here, next, sums);
+            for (int i = 0; i < 4; ++i) sums.v[i] = _mm512_slli_epi32(sums.v[i], ByteWeights::kPartBits);
         }
-        add_part(weights_.columns[0], weights_.lastRow[0], columns, here, next, sums);
-        return divide_(sums);
+        add_part<kRow>(weights_.columns[0], weights_.lastRow[0], columns, here, next, sums);
+        return sums;
     }
 
-    PIXVANE_BYTE_PRODUCTS static HWY_INLINE void add_part(const std::int32_t (&columnWeights)[5],
+    template <int kRow>
+    PIXVANE_BYTE_PRODUCTS static HWY_INLINE void add_part(const std::int32_t (&columnWeights)[2 * 5],
                                                           const std::int32_t (&rowWeights)[2],
                                                           const __m512i (&columns)[8], const Part& here,
-                                                          const Part& next, __m512i (&sums)[4]) {
+                                                          const Part& next, ChannelSums& sums) {
         for (int x = 0; x <= 2 * kReach; ++x) {
+            const auto weights =
+                static_cast<std::int32_t>(static_cast<std::uint32_t>(columnWeights[x]) << (8 * kRow));
             for (int i = 0; i < 4; ++i)
-                sums[i] = add_products(sums[i], columns[2 + i + x - kReach], columnWeights[x]);
+                sums.v[i] = add_products(sums.v[i], columns[2 + i + x - kReach], weights);
         }
         if constexpr (kFive) {
             const auto* v = here.lastRow.v;
             const __m512i behind[4] = {v[1], v[2], v[3], _mm512_alignr_epi64(next.lastRow.v[0], v[0], 2)};
             for (int i = 0; i < 4; ++i) {
-                sums[i] = add_products(sums[i], v[i], rowWeights[0]);
-                sums[i] = add_products(sums[i], behind[i], rowWeights[1]);
+                sums.v[i] = add_products(sums.v[i], v[i], rowWeights[0]);
+                sums.v[i] = add_products(sums.v[i], behind[i], rowWeights[1]);
             }
         }
     }
@@ -255,7 +297,7 @@ void convolve_bytes(ConstPixelBuffer source, PixelBuffer target, const ByteWeigh
                     const Divide& divide, std::int32_t first, std::int32_t last) {
     const bool streaming = target.rows(first, last).bytes() >= kStreamingBytes;
     const auto run = [&](auto rows) {
-        for (std::int32_t y = first; y < last; ++y) rows.make(target, y, streaming);
+        for (std::int32_t y = first; y < last; y += rows.kRows) rows.make(target, y, last, streaming);
     };
     if (weights.side == 5) {
         if (weights.isSmall) {
@@ -280,12 +322,13 @@ inline bool convolve_bytes(ConstPixelBuffer source, PixelBuffer target, const Ke
         convolve_bytes(source, target, weights, Undivided(), first, last);
         return true;
     }
-    if (weights.divisor <= DividedWords::kLargestDivisor) {
-        const DividedWords divide(weights.divisor);
-        if (divide.quotient.is_exact()) {
-            convolve_bytes(source, target, weights, divide, first, last);
-            return true;
-        }
+    if (DividedWords<false>::serves(weights.divisor)) {
+        convolve_bytes(source, target, weights, DividedWords<false>(weights.divisor), first, last);
+        return true;
+    }
+    if (DividedWords<true>::serves(weights.divisor)) {
+        convolve_bytes(source, target, weights, DividedWords<true>(weights.divisor), first, last);
+        return true;
     }
     convolve_bytes(source, target, weights, DividedFloats(weights.divisor), first, last);
     return true;

@@ -56,6 +56,12 @@ void add_kernels(std::vector<AreaFilter>& list) {
                                               ".." + std::to_string(highest)));
         }
     }
+    // Sums far beyond what their divisors, multiples of powers of two, make bytes of.
+    for (const std::int32_t rest : {-7000, -7488, -7500}) {
+        Kernel kernel;
+        kernel.weights = {8000, -8000, 8000, -8000, 8000, rest};
+        list.push_back(convolving(kernel, "steep " + std::to_string(rest)));
+    }
     // One neighbour alone, at each place of its own.
     for (std::size_t i = 0; i < 25; ++i) {
         Kernel kernel;
