@@ -12,20 +12,14 @@
 #include "core/random.h"
 #include "support/instruction_sets.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
-
-using test::commands, test::describe, test::integer, test::random_arguments, test::run;
-using test::MemoryScope;
-using test::Picture;
-using test::TestControl;
-using test::TestRandom;
 
 /// Odd sizes; `kind` chooses opaque, any alpha, or one colour all over.
 Picture make_picture(std::int32_t width, std::int32_t height, std::uint64_t seed) {
-    if (seed % 3 == 0) return test::random_opaque_picture(width, height, seed);
+    if (seed % 3 == 0) return random_opaque_picture(width, height, seed);
     if (seed % 7 == 1) return Picture(width, height, static_cast<Pixel>(seed * 2654435761u));
-    return test::random_picture(width, height, seed);
+    return random_picture(width, height, seed);
 }
 
 Value numbers(const std::vector<std::int32_t>& list) {
@@ -36,7 +30,7 @@ TEST(Commands, do_in_vectors_what_they_do_plainly) {
     const MemoryScope memory(std::uint64_t{16} << 20);
     for (const Row* row : commands()) {
         std::uint64_t seed = 0;
-        for (const auto& [width, height] : test::odd_sizes()) {
+        for (const auto& [width, height] : odd_sizes()) {
             // The smallest picture that an array can be loaded as; 1 x 1 comes by way of SetNewSize below.
             if (width < 2 || height < 2) continue;
             for (int repeat = 0; repeat < 4; ++repeat) {
@@ -46,13 +40,13 @@ TEST(Commands, do_in_vectors_what_they_do_plainly) {
                 SCOPED_TRACE(describe(*row, values));
                 Picture plain;
                 {
-                    const test::PlainScope scope;
+                    const PlainScope scope;
                     plain = run(*row, picture, values);
                 }
-                for (const std::int64_t target : test::available_targets()) {
-                    const test::TargetScope scope(target);
-                    ASSERT_STREQ(scope.name(), test::running_target());
-                    ASSERT_TRUE(test::same_pixels(plain, run(*row, picture, values))) << scope.name();
+                for (const std::int64_t target : available_targets()) {
+                    const TargetScope scope(target);
+                    ASSERT_STREQ(scope.name(), running_target());
+                    ASSERT_TRUE(same_pixels(plain, run(*row, picture, values))) << scope.name();
                 }
             }
         }
@@ -74,7 +68,7 @@ TEST(Commands, work_on_a_single_pixel) {
                 c.invoke(*row, values);
                 return c.picture().pixels[0];
             };
-            const test::PlainScope scope;
+            const PlainScope scope;
             const Pixel plain = result();
             set_kernel_path(KernelPath::Fast);
             EXPECT_EQ(plain, result());
@@ -83,7 +77,7 @@ TEST(Commands, work_on_a_single_pixel) {
 }
 
 TEST(Commands, are_undone_and_redone) {
-    const Picture picture = test::random_picture(37, 23, 3);
+    const Picture picture = random_picture(37, 23, 3);
     for (const Row* row : commands()) {
         TestRandom random(11);
         TestControl c;
@@ -94,10 +88,10 @@ TEST(Commands, are_undone_and_redone) {
         const Picture after = c.picture();
         ASSERT_TRUE(c.is("Modified") && c.is("UndoEnable"));
         c.call("Undo");
-        EXPECT_TRUE(test::same_pixels(picture, c.picture()));
+        EXPECT_TRUE(same_pixels(picture, c.picture()));
         EXPECT_TRUE(c.is("Modified"));
         c.call("Redo");
-        EXPECT_TRUE(test::same_pixels(after, c.picture()));
+        EXPECT_TRUE(same_pixels(after, c.picture()));
     }
 }
 
@@ -117,7 +111,7 @@ TEST(Commands, are_recorded_first_and_shown_last_even_without_a_picture) {
         EXPECT_EQ(c.window.frames, 1);
         EXPECT_EQ(thread_random().state(), state) << "draws on an empty control";
         EXPECT_TRUE(c.is("IsEmpty"));
-        c.load(test::random_picture(5, 5, 1));
+        c.load(random_picture(5, 5, 1));
         c.call("Undo");
         c.call("Redo");
         EXPECT_EQ(c.codes(), expected);
@@ -125,7 +119,6 @@ TEST(Commands, are_recorded_first_and_shown_last_even_without_a_picture) {
 }
 
 TEST(Commands, refuse_what_is_outside_of_their_range) {
-    using test::real, test::color;
     const std::vector<std::int32_t> sixteen(16, 1);
     const std::vector<std::pair<const char*, std::vector<Value>>> refused = {
         {"Lightness", {integer(-1), integer(100), integer(100)}},
@@ -172,7 +165,7 @@ TEST(Commands, refuse_what_is_outside_of_their_range) {
         {"UserEffect", {numbers(sixteen)}},
         {"UserEffect", {Value{}}},
     };
-    const Picture picture = test::random_picture(37, 23, 3);
+    const Picture picture = random_picture(37, 23, 3);
     TestControl c;
     c.control.window_resized(20, 10);
     c.load(picture);
@@ -184,16 +177,16 @@ TEST(Commands, refuse_what_is_outside_of_their_range) {
         c.invoke(*find_member(member), values);
         EXPECT_FALSE(c.is("UndoEnable") || c.is("Modified"));
         EXPECT_EQ(c.control.store().view.anchor(), anchor);
-        EXPECT_TRUE(test::same_pixels(picture, c.picture()));
+        EXPECT_TRUE(same_pixels(picture, c.picture()));
     }
 }
 
 TEST(Commands, average_of_no_square_is_black) {
     TestControl c;
-    c.load(test::random_picture(9, 7, 3));
+    c.load(random_picture(9, 7, 3));
     for (const std::int32_t radius : {-1, -8}) {
         c.call("Average", {integer(3), integer(radius)});
-        EXPECT_TRUE(test::same_pixels(Picture(9, 7, kOpaque), c.picture()));
+        EXPECT_TRUE(same_pixels(Picture(9, 7, kOpaque), c.picture()));
         c.call("Undo");
     }
     c.call("Average", {integer(1), integer(0)});
@@ -225,7 +218,7 @@ TEST(Commands, user_effect_is_recorded_after_it_ran) {
     const std::size_t steps = c.codes().size(), bytes = c.recorded_bytes().size();
     c.call("UserEffect", {numbers(zeros)});
     EXPECT_EQ(c.codes().size(), steps) << "without a picture";
-    c.load(test::random_picture(6, 6, 1));
+    c.load(random_picture(6, 6, 1));
     for (const Value& refused : {Value{}, numbers(ten)}) c.call("UserEffect", {refused});
     EXPECT_EQ(c.codes().size(), steps);
     c.call("UserEffect", {numbers(zeros)});
@@ -236,4 +229,4 @@ TEST(Commands, user_effect_is_recorded_after_it_ran) {
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test

@@ -8,17 +8,15 @@
 
 #include "control/test_control.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
 
-using test::integer, test::truth;
-using test::TestControl;
 using What = MouseMessage::What;
 
 struct Stage : TestControl {
     Stage() {
         control.window_resized(60, 50);
-        load(test::random_picture(200, 150, 1));
+        load(random_picture(200, 150, 1));
         call("ActialSize");
     }
     void mouse(What what, std::int32_t x, std::int32_t y, MouseButton button = MouseButton::Left) {
@@ -31,7 +29,7 @@ TEST(Modes, are_set_with_a_picture_only) {
     TestControl c;
     c.call("PaintStatus", {integer(7)});
     EXPECT_EQ(c.number("PaintStatus"), 0);
-    c.load(test::random_picture(9, 9, 1));
+    c.load(random_picture(9, 9, 1));
     for (const std::int32_t mode : {7, 12, -3, 99, 26, 0}) {
         c.call("PaintStatus", {integer(mode)});
         EXPECT_EQ(c.number("PaintStatus"), mode);
@@ -39,20 +37,20 @@ TEST(Modes, are_set_with_a_picture_only) {
 }
 
 TEST(Modes, end_when_the_document_is_replaced) {
-    const std::string file = test::RawCodec::file_of(test::random_picture(9, 9, 1));
+    const std::string file = RawCodec::file_of(random_picture(9, 9, 1));
     const std::vector<std::pair<std::int32_t, std::function<void(Stage&)>>> changes = {
         {0,
          [](Stage& c) {
              c.call("NewImage", {integer(5), integer(5)});
          }},
         {0, [](Stage& c) { c.call("LoadImage", {Value::string("picture")}); }},
-        {0, [](Stage& c) { c.load(test::random_picture(5, 5, 1)); }},
+        {0, [](Stage& c) { c.load(random_picture(5, 5, 1)); }},
         {18,
          [](Stage& c) {
              c.call("NewImage", {integer(3), integer(5)});
          }},
         {18, [](Stage& c) { c.call("LoadImage", {Value::string("none")}); }},
-        {18, [&](Stage& c) { c.call("Picture", {test::bytes(file)}); }},
+        {18, [&](Stage& c) { c.call("Picture", {bytes(file)}); }},
         {18, [](Stage& c) { c.call("Empty"); }},
         {18, [](Stage& c) { c.call("Undo"); }},
     };
@@ -72,7 +70,7 @@ const std::vector<std::function<void(Stage&)>> kWildThings = {
     [](Stage& c) {
         c.call("NewImage", {integer(4), integer(4)});
     },
-    [](Stage& c) { c.load(test::random_picture(300, 300, 2)); },
+    [](Stage& c) { c.load(random_picture(300, 300, 2)); },
     [](Stage& c) { c.call("RotateFlip", {integer(1)}); },
     [](Stage& c) { c.call("Undo"); },
     [](Stage& c) { c.call("ZoomToFit"); },
@@ -95,6 +93,7 @@ const std::vector<std::function<void(Stage&)>> kWildThings = {
 
 TEST(Handlers, may_do_anything_while_the_mouse_is_told_of) {
     for (const char* event : {"OnMouseDown", "OnMouseMove", "OnMouseUp", "OnHitCloseScrollWindow"}) {
+        int told = 0;
         for (std::size_t wild = 0; wild < kWildThings.size(); ++wild) {
             for (const std::int32_t mode : {0, 2, 18, 26}) {
                 for (const char where : {'p', 'f', 'c'}) {
@@ -106,6 +105,7 @@ TEST(Handlers, may_do_anything_while_the_mouse_is_told_of) {
                     c.mode(mode);
                     bool inside = false;
                     const std::int32_t handler = c.control.events().subscribe(event, [&](auto) {
+                        ++told;
                         if (inside) return;
                         inside = true;
                         kWildThings[wild](c);
@@ -131,8 +131,9 @@ TEST(Handlers, may_do_anything_while_the_mouse_is_told_of) {
                 }
             }
         }
+        EXPECT_GT(told, 0) << event;
     }
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test

@@ -11,15 +11,8 @@
 #include "control/test_control.h"
 #include "core/random.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
-
-using test::integer, test::real, test::truth;
-using test::MemoryScope;
-using test::Picture;
-using test::random_picture;
-using test::TestControl;
-using test::TestRandom;
 
 using Codes = std::vector<std::int32_t>;
 using Bytes = std::vector<std::uint8_t>;
@@ -85,7 +78,7 @@ template <class Work>
         EXPECT_TRUE(c.is("SaveMacros", {Value::string("macro")}));
         file = c.files.files["macro"];
     }
-    return test::same_pixels(expected, replay(file, picture));
+    return same_pixels(expected, replay(file, picture));
 }
 
 TEST(Macros, replay_any_mixture) {
@@ -102,7 +95,7 @@ TEST(Macros, replay_any_mixture) {
         ASSERT_TRUE(replays(picture, [&](TestControl& c) {
             for (int i = 0; i < 6; ++i) {
                 const Row& row = *(i == 0 ? rows[seed % rows.size()] : random.one_of(rows));
-                c.invoke(row, test::random_arguments(row, random));
+                c.invoke(row, random_arguments(row, random));
                 // What isn't recorded between the steps doesn't matter to them.
                 if (random.below(8) == 0) c.call("ZoomIn");
             }
@@ -153,11 +146,11 @@ TEST(Macros, start_with_all_settings) {
     c.call("EndMacros");
     expect_settings();
 
-    c.call("PenColor", {test::color(0x123456)});
+    c.call("PenColor", {color(0x123456)});
     c.call("PenTransparency", {integer(7)});
     c.call("BrushTransparency", {integer(8)});
-    c.call("BrushColor2", {test::color(0xFF010203)});
-    c.call("ImageMaskColor", {test::color(0x00040506)});
+    c.call("BrushColor2", {color(0xFF010203)});
+    c.call("ImageMaskColor", {color(0x00040506)});
     c.call("FontStyleUnderline", {truth(true)});
     becomes(173, 0x07123456);
     becomes(174, 7);
@@ -170,7 +163,7 @@ TEST(Macros, start_with_all_settings) {
     expect_settings();
 
     // Begun anew while it is recorded.
-    c.files.files["texture"] = test::RawCodec::file_of(Picture(2, 1, {0x44332211, 0x88776655}));
+    c.files.files["texture"] = RawCodec::file_of(Picture(2, 1, {0x44332211, 0x88776655}));
     c.call("TextureFileName", {Value::string("texture")});
     c.call("BeginMacros");
     texture = words({2, 1, 0x44332211, 0x88776655});
@@ -190,7 +183,7 @@ TEST(Macros, replay_a_new_size_as_a_scale) {
     // By itself it reaches beyond the stream, and the run stops there.
     ASSERT_TRUE(c.is("SaveMacros", {Value::string("macro")}));
     const Picture picture = random_picture(20, 10, 2);
-    EXPECT_TRUE(test::same_pixels(picture, replay(c.files.files["macro"], picture)));
+    EXPECT_TRUE(same_pixels(picture, replay(c.files.files["macro"], picture)));
 
     // Its sizes are the first factor, here 0.5, and the argument of Gamma the second; Gamma takes that of
     // Contrast and Saturate, and nothing is left for them.
@@ -204,14 +197,14 @@ TEST(Macros, replay_a_new_size_as_a_scale) {
     expected.load(picture);
     expected.call("ScaleImage", {real(0.5), real(0.5)});
     expected.call("Gamma", {real(1.5)});
-    EXPECT_TRUE(test::same_pixels(expected.picture(), replay(c.files.files["macro"], picture)));
+    EXPECT_TRUE(same_pixels(expected.picture(), replay(c.files.files["macro"], picture)));
 }
 
 TEST(Macros, resize_by_a_step_that_nothing_records) {
     TestControl c;
     c.load(random_picture(20, 10, 1));
     c.control.window_resized(100, 100);
-    c.call("BitmapBackColor", {test::color(0x0000FF)});
+    c.call("BitmapBackColor", {color(0x0000FF)});
     play(c, {149, 12}, words({30, 15}));
     ASSERT_EQ(c.picture().pixels.size(), 30u * 15u);
     EXPECT_EQ(c.picture().at(29, 14), 0xFF00FFFFu);
@@ -239,7 +232,7 @@ TEST(Macros, step_over_what_they_do_not_know) {
         codes.push_back(8);
         append(arguments, words({50, 60, 70}));
         play(c, codes, arguments);
-        EXPECT_TRUE(test::same_pixels(expected.picture(), c.picture()));
+        EXPECT_TRUE(same_pixels(expected.picture(), c.picture()));
     }
 }
 
@@ -298,7 +291,7 @@ TEST(Macros, stop_where_the_arguments_end) {
 TEST(Macros, leave_the_settings_as_they_were) {
     TestControl c;
     c.load(random_picture(8, 8, 1));
-    c.files.files["texture"] = test::RawCodec::file_of(random_picture(3, 2, 1));
+    c.files.files["texture"] = RawCodec::file_of(random_picture(3, 2, 1));
     c.call("TextureFileName", {Value::string("texture")});
     c.call("PenWidth", {integer(3)});
     const DrawSettings before = c.control.settings();
@@ -355,7 +348,7 @@ TEST(Macros, play_without_being_recorded_and_show_the_result_once) {
     c.call("Undo");
     c.call("BeginUpdate");
     c.call("PlayMacros");
-    EXPECT_TRUE(test::same_pixels(once, c.picture()));
+    EXPECT_TRUE(same_pixels(once, c.picture()));
     c.window.frames = 0;
     c.call("PlayMacros");
     EXPECT_EQ(c.window.frames, 0);
@@ -427,4 +420,4 @@ TEST(StepListing, tells_where_each_step_lies_and_which_do_not_run) {
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test

@@ -7,15 +7,8 @@
 
 #include "control/test_control.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
-
-using test::bytes, test::color, test::integer, test::real, test::truth;
-using test::Picture;
-using test::random_picture;
-using test::RawCodec;
-using test::same_pixels;
-using test::TestControl;
 
 TEST(Documents, start_white_and_unmodified) {
     TestControl c;
@@ -255,4 +248,4 @@ TEST(EventHandlers, may_subscribe_and_unsubscribe_while_they_are_called) {
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test

@@ -10,13 +10,8 @@
 #include "control/test_control.h"
 #include "core/random.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
-
-using test::color, test::integer, test::real, test::truth;
-using test::Picture;
-using test::same_pixels;
-using test::TestControl;
 
 /// All that a preview must leave alone.
 struct Trace {
@@ -38,7 +33,7 @@ struct Trace {
 struct Stage : TestControl {
     explicit Stage(std::uint64_t seed) {
         control.window_resized(30, 30);
-        load(test::random_picture(41, 37, seed));
+        load(random_picture(41, 37, seed));
         call("Invert");
         call("Brightness", {integer(3), integer(4), integer(5)});
         call("Undo");
@@ -55,12 +50,12 @@ struct Stage : TestControl {
 };
 
 TEST(Preview, of_every_command_shows_what_the_command_makes_and_leaves_no_trace) {
-    const test::MemoryScope limit(64 << 20);
-    for (const Row* row : test::commands()) {
-        test::TestRandom random(5);
+    const MemoryScope limit(64 << 20);
+    for (const Row* row : commands()) {
+        TestRandom random(5);
         for (std::uint64_t round = 0; round < 3; ++round) {
-            const std::vector<Value> values = test::random_arguments(*row, random);
-            SCOPED_TRACE(test::describe(*row, values));
+            const std::vector<Value> values = random_arguments(*row, random);
+            SCOPED_TRACE(describe(*row, values));
             Stage c(round), direct(round);
             direct.call("BeginMacros");
             direct.invoke(*row, values);
@@ -102,7 +97,7 @@ TEST(Preview, keeps_a_copy_of_its_arguments) {
 }
 
 TEST(Preview, is_ended_by_whatever_else_changes_the_picture) {
-    const std::string picture = test::RawCodec::file_of(test::random_picture(9, 8, 3));
+    const std::string picture = RawCodec::file_of(random_picture(9, 8, 3));
     const std::vector<std::function<void(TestControl&)>> edits = {
         [](TestControl& c) { c.call("Invert"); },
         [](TestControl& c) { c.call("Undo"); },
@@ -113,8 +108,8 @@ TEST(Preview, is_ended_by_whatever_else_changes_the_picture) {
         },
         [](TestControl& c) { c.call("LoadImage", {Value::string("picture")}); },
         [](TestControl& c) { c.call("LoadImage", {Value::string("none")}); },
-        [&](TestControl& c) { c.call("Picture", {test::bytes(picture)}); },
-        [](TestControl& c) { c.load(test::random_picture(5, 5, 1)); },
+        [&](TestControl& c) { c.call("Picture", {bytes(picture)}); },
+        [](TestControl& c) { c.load(random_picture(5, 5, 1)); },
         [](TestControl& c) { c.call("Empty"); },
         [](TestControl& c) { c.call("PlayMacros"); },
         [](TestControl& c) { c.call("BeginPreview"); },
@@ -140,7 +135,7 @@ TEST(Preview, without_a_beginning_or_a_picture_does_nothing) {
     c.call("BeginPreview");
     c.call("Preview", {Value::string("Invert")});
     c.call("EndPreview", {truth(true)});
-    c.load(test::random_picture(5, 5, 1));
+    c.load(random_picture(5, 5, 1));
     c.call("Preview", {Value::string("Invert")});
     EXPECT_TRUE(same_pixels(c.picture(), c.control.store().shown()));
     c.call("BeginPreview");
@@ -174,4 +169,4 @@ TEST(Preview, that_is_refused_shows_the_picture_itself) {
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test

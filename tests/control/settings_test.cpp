@@ -10,13 +10,8 @@
 #include "control/step_listing.h"
 #include "control/test_control.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
-
-using test::color, test::integer, test::truth;
-using test::Picture;
-using test::TestControl;
-using test::TestRandom;
 
 /// What a put left behind in the macro: the value of the one step that it added, if it did.
 std::vector<std::int32_t> put(TestControl& c, const std::string& setting, const Value& value) {
@@ -95,7 +90,7 @@ TEST(Settings, keep_to_their_ranges) {
 TEST(Settings, of_brushes_are_shown_while_a_tool_is_chosen) {
     TestControl c;
     c.control.window_resized(10, 10);
-    c.load(test::random_picture(5, 5, 1));
+    c.load(random_picture(5, 5, 1));
     for (const std::int32_t mode : {0, 1, 26}) {
         c.call("PaintStatus", {integer(mode)});
         for (const char* name :
@@ -160,12 +155,12 @@ TEST(Settings, are_set_by_their_step_as_by_their_put) {
             TestControl c;
             for (const Row& other : setting_table())
                 if (other.stepFields.empty())
-                    c.call(other.name, {test::random_argument(other.arguments[0], random)});
+                    c.call(other.name, {random_argument(other.arguments[0], random)});
             TestControl d;
             d.control.settings() = c.control.settings();
             c.call("BeginMacros");
             const std::size_t before = c.codes().size();
-            c.call(row.name, {test::random_argument(row.arguments[0], random)});
+            c.call(row.name, {random_argument(row.arguments[0], random)});
             StepListing listing;
             const auto& steps = listing.steps(c.control.macro());
             for (std::size_t i = before; i < steps.size(); ++i) {
@@ -223,9 +218,9 @@ TEST(Settings, find_fonts_by_number_and_name) {
 }
 
 TEST(Settings, load_a_texture_whole_or_keep_the_old_one) {
-    const Picture picture = test::random_picture(5, 3, 1);
+    const Picture picture = random_picture(5, 3, 1);
     TestControl c;
-    c.files.files = {{"texture", test::RawCodec::file_of(picture)}, {"broken", "no picture at all"}};
+    c.files.files = {{"texture", RawCodec::file_of(picture)}, {"broken", "no picture at all"}};
     c.call("BeginMacros");
     const std::size_t before = c.codes().size();
     c.call("TextureFileName", {Value::string("texture")});
@@ -233,7 +228,7 @@ TEST(Settings, load_a_texture_whole_or_keep_the_old_one) {
     EXPECT_EQ(c.codes().back(), 194);
     const DrawSettings loaded = c.control.settings();
     ASSERT_NE(loaded.brush.texture, nullptr);
-    EXPECT_TRUE(test::same_pixels(picture, loaded.brush.texture->pixels()));
+    EXPECT_TRUE(same_pixels(picture, loaded.brush.texture->pixels()));
     for (const char* path : {"none", "broken", ""}) c.call("TextureFileName", {Value::string(path)});
     EXPECT_EQ(c.control.settings(), loaded);
     EXPECT_EQ(c.codes().size(), before + 1);
@@ -245,11 +240,11 @@ TEST(Settings, load_a_texture_whole_or_keep_the_old_one) {
     listing.read(c.control.macro(), listing.steps(c.control.macro()).back(), step);
     TestControl d;
     EXPECT_TRUE(find_step(194)->apply(*find_step(194), d.control, step.values));
-    EXPECT_TRUE(test::same_pixels(picture, d.control.settings().brush.texture->pixels()));
+    EXPECT_TRUE(same_pixels(picture, d.control.settings().brush.texture->pixels()));
     step.values[0].i = 0;
     EXPECT_FALSE(find_step(194)->apply(*find_step(194), d.control, step.values));
     EXPECT_NE(d.control.settings().brush.texture, nullptr);
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test

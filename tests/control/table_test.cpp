@@ -8,7 +8,7 @@
 
 #include "control/test_control.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
 
 TEST(Table, names_and_describes_every_member_once) {
@@ -63,12 +63,11 @@ TEST(Table, gives_each_macro_code_to_one_row_that_plays_it) {
 }
 
 TEST(Table, refuses_wrong_numbers_and_kinds_of_arguments) {
-    test::TestControl c;
+    TestControl c;
     const auto status = [&](const char* member, std::initializer_list<Value> arguments) {
         Result result;
         return invoke(*find_member(member), c.control, {arguments.begin(), arguments.size()}, result);
     };
-    using namespace test;
     EXPECT_EQ(status("Saturate", {}), Status::Count);
     EXPECT_EQ(status("Saturate", {integer(1), integer(2)}), Status::Count);
     EXPECT_EQ(status("Saturate", {real(1)}), Status::Type);
@@ -86,4 +85,4 @@ TEST(Table, refuses_wrong_numbers_and_kinds_of_arguments) {
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test

@@ -10,13 +10,8 @@
 #include "core/parallel_rows.h"
 #include "support/instruction_sets.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
-
-using test::commands, test::describe, test::random_arguments, test::run;
-using test::MemoryScope;
-using test::Picture;
-using test::TestRandom;
 
 /// Whether the plain version is quick enough for a large picture: it is where neighbours don't count.
 bool is_plainly_quick(const Row& row) {
@@ -25,7 +20,7 @@ bool is_plainly_quick(const Row& row) {
 
 TEST(Commands, do_the_same_on_a_large_picture_with_any_number_of_threads) {
     const MemoryScope memory(std::uint64_t{128} << 20);
-    const Picture picture = test::random_picture(2111, 1403, 5);
+    const Picture picture = random_picture(2111, 1403, 5);
     for (const Row* row : commands()) {
         TestRandom random(7);
         const std::vector<Value> values = random_arguments(*row, random);
@@ -34,13 +29,13 @@ TEST(Commands, do_the_same_on_a_large_picture_with_any_number_of_threads) {
         const Picture alone = run(*row, picture, values);
         for (const std::int32_t threads : {2, 5}) {
             set_worker_threads(threads);
-            ASSERT_TRUE(test::same_pixels(alone, run(*row, picture, values))) << threads << " threads";
+            ASSERT_TRUE(same_pixels(alone, run(*row, picture, values))) << threads << " threads";
         }
         if (!is_plainly_quick(*row)) continue;
-        const test::PlainScope scope;
-        ASSERT_TRUE(test::same_pixels(run(*row, picture, values), alone));
+        const PlainScope scope;
+        ASSERT_TRUE(same_pixels(run(*row, picture, values), alone));
     }
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test

@@ -10,12 +10,8 @@
 #include "core/pixel_memory.h"
 #include "support/doubles.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
-
-using test::Picture;
-using test::random_picture;
-using test::same_pixels;
 
 /// A picture of one colour, told apart by it.
 struct State {
@@ -77,8 +73,8 @@ protected:
         return picture;
     }
 
-    test::RawCodec codec;
-    test::MemoryFiles files;
+    RawCodec codec;
+    MemoryFiles files;
     ImageStore store{codec, files};
 };
 
@@ -113,7 +109,7 @@ TEST_F(Store, keeps_no_more_states_than_it_is_told_to) {
 TEST_F(Store, follows_the_model_through_random_edits) {
     for (std::uint64_t seed = 0; seed < 40; ++seed) {
         Model model;
-        test::TestRandom random(seed);
+        TestRandom random(seed);
         store.Empty();
         store.view.SetClientSize(300, 200);
         for (int step = 0; step < 300; ++step) {
@@ -226,7 +222,7 @@ TEST_F(Store, reads_arrays_through_a_step_that_can_be_redone) {
 }
 
 TEST_F(Store, loads_and_saves_files) {
-    files.files["a"] = test::RawCodec::file_of(random_picture(30, 20, 4), 3);
+    files.files["a"] = RawCodec::file_of(random_picture(30, 20, 4), 3);
     files.files["broken"] = "no picture";
     ASSERT_TRUE(store.LoadImage("a"));
     EXPECT_EQ(store.frame_count(), 3);
@@ -252,4 +248,4 @@ TEST_F(Store, loads_and_saves_files) {
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test

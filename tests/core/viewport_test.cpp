@@ -9,7 +9,7 @@
 
 #include "support/pictures.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
 
 std::int32_t truncated(double value) {
@@ -96,7 +96,7 @@ struct Model {
     }
 };
 
-void expect_equal(const Viewport& view, const Model& model, test::TestRandom& random) {
+void expect_equal(const Viewport& view, const Model& model, TestRandom& random) {
     ASSERT_EQ(view.zoom(), model.zoom);
     ASSERT_EQ(view.previous_zoom(), model.previous);
     ASSERT_EQ(view.anchor(), (WindowPoint{model.x.anchor, model.y.anchor}));
@@ -115,7 +115,7 @@ void expect_equal(const Viewport& view, const Model& model, test::TestRandom& ra
 
 TEST(Viewport, follows_its_formulas_through_random_sequences) {
     for (std::uint64_t seed = 0; seed < 200; ++seed) {
-        test::TestRandom random(seed);
+        TestRandom random(seed);
         Viewport view;
         Model model;
         int a = 0, b = 0;
@@ -265,4 +265,4 @@ TEST(Viewport, keeps_the_point_under_the_pointer_when_zooming_at_it) {
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test

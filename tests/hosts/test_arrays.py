@@ -5,7 +5,6 @@ import ctypes
 import mmap
 import os
 import pathlib
-import unittest
 
 from support import PNG, ControlTest, opaque, pixels
 
@@ -86,7 +85,3 @@ class Names(ControlTest):
         for name in ("", self.path("nul\0.png"), self.path("no/folder.png")):
             self.assertIs(self.p.SaveImage(name, PNG), False)
         self.assertEqual(os.listdir(self.folder), [])
-
-
-if __name__ == "__main__":
-    unittest.main()

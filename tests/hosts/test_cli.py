@@ -3,7 +3,6 @@
 import json
 import os
 import subprocess
-import unittest
 
 import pixvane
 from support import FolderTest, opaque, pixels, read_picture, write_picture
@@ -277,7 +276,3 @@ def json_argument(argument):
         return None if pair is None else [None if abs(n) == float("inf") else n for n in pair]
 
     return dict(argument._asdict(), range=numbers(argument.range), slider=numbers(argument.slider))
-
-
-if __name__ == "__main__":
-    unittest.main()

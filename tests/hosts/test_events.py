@@ -3,7 +3,6 @@
 import contextlib
 import io
 import os
-import unittest
 
 import pixvane
 from support import ControlTest
@@ -99,7 +98,3 @@ class Raising(HandlerTest):
         self.assertRaises(pixvane.PixvaneError, self.drop, "a")
         self.p.NewImage(4, 4)
         self.assertEqual(self.p.ImageWidth, 4)
-
-
-if __name__ == "__main__":
-    unittest.main()

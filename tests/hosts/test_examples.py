@@ -3,7 +3,6 @@
 import os
 import subprocess
 import sys
-import unittest
 
 import pixvane
 from support import FolderTest, opaque, pixels, read_picture, write_picture
@@ -80,7 +79,3 @@ class Sample(FolderTest):
             self.assertEqual(self.render(*arguments).returncode, 2, arguments)
         self.assertEqual(self.render(self.path("no/o.png"), "16", "16").returncode, 1)
         self.assertEqual(os.listdir(self.folder), [])
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -6,7 +6,6 @@ import gc
 import pickle
 import subprocess
 import sys
-import unittest
 import weakref
 
 import pixvane
@@ -121,7 +120,3 @@ class Threads(ControlTest):
         held[0].NewImage(100, 100)
         in_thread(held.clear)
         self.assertEqual(pixvane.bitmap_bytes(), before)
-
-
-if __name__ == "__main__":
-    unittest.main()

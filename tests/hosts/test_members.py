@@ -3,7 +3,6 @@
 import inspect
 import math
 import struct
-import unittest
 
 import pixvane
 from support import ControlTest
@@ -158,6 +157,3 @@ class Macros(ControlTest):
         with pixvane.Pixvane() as other:
             self.assertIs(other.LoadMacros(self.path("none")), False)
             self.assertEqual(other.macro_steps(), [])
-
-if __name__ == "__main__":
-    unittest.main()

@@ -7,7 +7,6 @@ import importlib.util
 import os
 import subprocess
 import sys
-import unittest
 import zipfile
 
 from support import FolderTest
@@ -63,7 +62,3 @@ class Package(FolderTest):
         done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         self.assertEqual(done.returncode, 0, done.stdout.decode())
         self.check_installed(self.path("packages"))
-
-
-if __name__ == "__main__":
-    unittest.main()

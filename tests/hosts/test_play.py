@@ -225,9 +225,3 @@ class Macro(MacroTest):
         status, _, err = self.run_program("macro", "record", out, "SetNewSize=9,9")
         self.assertEqual(status, 0)
         self.assertIn("ScaleImage", err)
-
-
-if __name__ == "__main__":
-    import unittest
-
-    unittest.main()

@@ -1,6 +1,5 @@
 """The window of a control as a Python host moves it, and the settings of the process."""
 # SPDX-License-Identifier: MIT
-import unittest
 import unittest.mock
 
 import pixvane
@@ -108,7 +107,3 @@ class Process(ControlTest):
             (TypeError, pixvane.set_bitmap_limit, 1e9),
         ):
             self.assertRaises(error, call, wrong)
-
-
-if __name__ == "__main__":
-    unittest.main()

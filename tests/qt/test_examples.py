@@ -37,7 +37,3 @@ class Examples(unittest.TestCase):
                 screen.do("mousemove", "--window", window, 410, 305, "mouseup", 1)
                 self.assertIsNone(process.poll())
                 process.terminate()
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -118,7 +118,3 @@ class RealWindow(unittest.TestCase):
         probe = Probe(self, 1)
         self.screen.drag(self.screen.window("^drag source"), probe.id, 200, 150)
         self.assertEqual(" ".join(probe.wait_for_event("OnDropFile")), self.picture)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -125,7 +125,3 @@ class StudioWindow(unittest.TestCase):
         wait_for("the page", lambda: len(set(self.screen.pixels(self.window))) > 20)
         self.screen.keys(self.window, "ctrl+q")
         wait_for("the end", lambda: not self.screen.do("search", "--onlyvisible", "--name", "^Pixvane Studio"))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -9,11 +9,11 @@
 
 #include "support/pictures.h"
 
-namespace pixvane {
+namespace pixvane::test {
 namespace {
 
 /// A picture in a window, zoomed so that it overflows or doesn't.
-Viewport random_view(test::TestRandom& random) {
+Viewport random_view(TestRandom& random) {
     // Long and narrow ones too, whose thumbnail has no width.
     const auto side = [&] {
         return static_cast<std::int32_t>(1 + random.below(1u << (1 + random.below(14))));
@@ -28,7 +28,7 @@ Viewport random_view(test::TestRandom& random) {
 }
 
 TEST(ScrollWindow, lies_in_the_corner_by_its_numbers) {
-    test::TestRandom random(1);
+    TestRandom random(1);
     for (int i = 0; i < 2000; ++i) {
         const Viewport view = random_view(random);
         const int iw = view.image_width(), ih = view.image_height();
@@ -50,7 +50,7 @@ TEST(ScrollWindow, lies_in_the_corner_by_its_numbers) {
 }
 
 TEST(ScrollWindow, frames_the_part_that_the_window_shows_without_jitter) {
-    test::TestRandom random(2);
+    TestRandom random(2);
     for (int round = 0; round < 300; ++round) {
         ScrollWindow panel;
         Viewport view = random_view(random);
@@ -80,7 +80,7 @@ TEST(ScrollWindow, frames_the_part_that_the_window_shows_without_jitter) {
 }
 
 TEST(ScrollWindow, follows_the_pointer_within_the_thumbnail) {
-    test::TestRandom random(3);
+    TestRandom random(3);
     const auto anywhere = [&] {
         if (random.below(20) == 0) return random.below(2) == 0 ? INT32_MAX : INT32_MIN;
         return random.between(-1000, 1999);
@@ -127,4 +127,4 @@ TEST(ScrollWindow, follows_the_pointer_within_the_thumbnail) {
 }
 
 }  // namespace
-}  // namespace pixvane
+}  // namespace pixvane::test
