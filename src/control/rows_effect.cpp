@@ -55,9 +55,10 @@ void median(ImageStore& store, std::int32_t radius) {
 
 void anti_noise(ImageStore& store, std::int32_t radius) {
     if (!is_radius(radius, 1)) return;
-    edit_area(store, kAntiNoise, [=](auto source, auto target, auto first, auto last) {
+    const auto kernel = [=](auto source, auto target, auto first, auto last) {
         filters::anti_noise(source, target, radius, first, last);
-    });
+    };
+    edit_area(store, kAntiNoise, kernel, radius);
 }
 
 // The draws go down the columns, so no band ends where the next one starts: each jumps to its own.

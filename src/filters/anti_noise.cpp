@@ -5,71 +5,19 @@
 #include <hwy/foreach_target.h>  // this file once for each instruction set
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
 #include <cstring>
 
 #include "core/kernel_path.h"
 #include "core/pixel_runs-inl.h"
+#include "filters/anti_noise_columns.h"
 #include "filters/effects_plain.h"
+#include "filters/whole_means.h"
 #include "filters/window_histogram.h"
 
 #ifndef PIXVANE_FILTERS_ANTI_NOISE_
 #define PIXVANE_FILTERS_ANTI_NOISE_
 namespace pixvane::filters {
 namespace {
-
-struct Limits {
-    double perPixel;   // of a mean
-    double threshold;  // of the deviation
-
-    explicit Limits(std::int32_t radius) {
-        const double side = 2.0 * radius + 1;
-        perPixel = 1.0 / (side * side);
-        threshold = 1.5 * perPixel;
-    }
-};
-
-std::int32_t deviation(std::uint32_t value, double mean) {
-    return std::abs(static_cast<std::int32_t>(value - mean));
-}
-
-/// The formula in whole numbers, equal to the doubles to the bit. A mean that isn't a whole number is at
-/// least 1 / (n n) away from the next one, far more than doubles are off; so a value v deviates by lower - v
-/// below the mean and v - upper above it, where these are the whole numbers around it. A mean that is a whole
-/// number may come out of the doubles a little too small or too large: its limits are tried on the doubles.
-struct WholeMeans {
-    static constexpr std::int32_t kLargestRadius = 7;  // for which all sums fit 16 bits
-    std::array<std::uint8_t, 256> lower, upper, mean;
-    std::uint32_t pixels;
-    bool allExact = true;  // so that lower, upper and mean are the whole number itself
-    bool valid = true;     // all have such limits
-    bool equalIsAbove;     // whether 1.5 / (n n), as a quotient, is above the threshold
-
-    explicit WholeMeans(std::int32_t radius) {
-        const Limits limits(radius);
-        const auto side = static_cast<std::uint32_t>(2 * radius + 1);
-        pixels = side * side;
-        equalIsAbove = 1.5 / pixels > limits.threshold;
-        for (std::uint32_t whole = 0; whole < 256; ++whole) {
-            const double exact = static_cast<double>(std::uint64_t{whole} * pixels) * limits.perPixel;
-            mean[whole] = static_cast<std::uint8_t>(exact);
-            bool found = false;
-            for (std::uint32_t choice = 0; choice < 4 && !found; ++choice) {
-                const std::uint32_t low = whole - std::min(whole, choice % 2);
-                const std::uint32_t high = std::min(255u, whole + choice / 2);
-                found = true;
-                for (std::uint32_t v = 0; v < 256 && found; ++v)
-                    found = static_cast<std::uint32_t>(deviation(v, exact)) ==
-                            (low > v ? low - v : 0) + (v > high ? v - high : 0);
-                lower[whole] = static_cast<std::uint8_t>(low);
-                upper[whole] = static_cast<std::uint8_t>(high);
-            }
-            valid = valid && found;
-            allExact = allExact && lower[whole] == whole && upper[whole] == whole && mean[whole] == whole;
-        }
-    }
-};
 
 std::uint32_t quiet(std::uint32_t value, const WindowHistogram::Counts& counts, const Limits& limits) {
     std::uint64_t sum = 0;
@@ -114,8 +62,10 @@ using namespace pixvane::HWY_NAMESPACE;
 using WordTag = hn::Repartition<std::uint16_t, PixelTag>;
 using WordVec = hn::Vec<WordTag>;
 
+// All sums fit 16 bits.
+constexpr std::int32_t kLargestSmallRadius = 7;
 constexpr std::size_t kBytes = hn::MaxLanes(ByteTag());
-constexpr std::int32_t kMostSide = 2 * WholeMeans::kLargestRadius + 1;
+constexpr std::int32_t kMostSide = 2 * kLargestSmallRadius + 1;
 
 // Sums of bytes, in 16 bits each.
 struct ByteSums {
@@ -213,9 +163,14 @@ HWY_INLINE PixelVec quieten(const Pixel* const* rows, std::int32_t radius, const
 
 void anti_noise(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius, std::int32_t first,
                 std::int32_t last) {
-    if (radius > WholeMeans::kLargestRadius) return plain::anti_noise(source, target, radius, first, last);
+    if (radius > kLargestSmallRadius) {
+        const bool done = radius <= kLargestNoiseColumns &&
+                          filters::anti_noise_by_columns(source, target, radius, first, last);
+        if (!done) plain::anti_noise(source, target, radius, first, last);
+        return;
+    }
     const WholeMeans whole(radius);
-    if (!whole.valid) return plain::anti_noise(source, target, radius, first, last);
+    if (!whole.allKnown) return plain::anti_noise(source, target, radius, first, last);
     const PixelTag d;
     constexpr auto kMostLanes = static_cast<std::int32_t>(hn::MaxLanes(PixelTag()));
     const auto lanes = static_cast<std::int32_t>(hn::Lanes(d));

@@ -56,6 +56,7 @@ public:
           focus_(focus),
           perPixel_(focus.transition == 0 ? 0.0 : 1.0 / focus.transition) {}
 
+    void start(std::int32_t, std::int32_t) const {}
     void keep(std::int32_t x, std::size_t count, Pixel* to) const {
         std::memcpy(to, row_ + x, count * sizeof(Pixel));
     }

@@ -30,23 +30,26 @@ HWY_INLINE DoublePair distances(const filters::Focus& focus, std::int32_t x, std
     return {from(x), from(x + static_cast<std::int32_t>(hn::Lanes(d)))};
 }
 
-// Makes a row in pieces that stay in the nearest cache. kernel.keep(x, count, to) makes what is near; from
+constexpr std::int32_t kFocusPiece = 512;
+
+// Makes a row in pieces that stay in the nearest cache. kernel.start(left, right) is told of each piece that
+// is not all near before it is made. kernel.keep(x, count, to) makes what is near; from
 // kernel.change(x) and kernel.complete(x) come vectors of pixels from x on, of which those beyond their span
 // are thrown away. Each piece is shown to finished(piece, x, count) before it goes to the target.
 template <class Kernel, class Finished>
-HWY_INLINE void make_focus_row(const Kernel& kernel, const filters::FocusSpans& spans, std::int32_t width,
+HWY_INLINE void make_focus_row(Kernel&& kernel, const filters::FocusSpans& spans, std::int32_t width,
                                Pixel* to, bool streaming, const Finished& finished) {
-    constexpr std::int32_t kPiece = 512;
     const PixelTag d;
-    HWY_ALIGN Pixel piece[kPiece + hn::MaxLanes(PixelTag())];
-    for (std::int32_t left = 0; left < width; left += kPiece) {
-        const std::int32_t right = std::min(width, left + kPiece);
+    HWY_ALIGN Pixel piece[kFocusPiece + hn::MaxLanes(PixelTag())];
+    for (std::int32_t left = 0; left < width; left += kFocusPiece) {
+        const std::int32_t right = std::min(width, left + kFocusPiece);
         const auto make = [&](std::int32_t first, std::int32_t last, const auto& vector) HWY_ATTR {
             for (std::int32_t x = std::max(first, left); x < std::min(last, right); x += lanes_of_pixels())
                 hn::StoreU(vector(x), d, piece + (x - left));
         };
         const auto change = [&](std::int32_t x) HWY_ATTR { return kernel.change(x); };
         const auto complete = [&](std::int32_t x) HWY_ATTR { return kernel.complete(x); };
+        if (left < spans.innerFirst || right > spans.innerLast) kernel.start(left, right);
         make(0, spans.outerFirst, complete);
         make(spans.outerFirst, spans.innerFirst, change);
         const std::int32_t first = std::max(spans.innerFirst, left);

@@ -115,6 +115,7 @@ class WeightRow {
 public:
     WeightRow(const Focus& focus, std::int32_t y) : focus_(focus), y_(y), step_(weight_step(focus)) {}
 
+    void start(std::int32_t, std::int32_t) const {}
     void keep(std::int32_t, std::size_t count, Pixel* to) const { std::fill_n(to, count, 0U); }
     HWY_INLINE PixelVec complete(std::int32_t) const { return hn::Set(PixelTag(), kFullWeight); }
     HWY_INLINE PixelVec change(std::int32_t x) const {
@@ -139,6 +140,22 @@ public:
           step_(weight_step(focus)),
           tenth_(10, 10 * 255) {}
 
+    // The sums of three rows, one vector more on either side.
+    HWY_INLINE void start(std::int32_t left, std::int32_t right) {
+        const WordTag d;
+        const std::int32_t lanes = lanes_of_pixels();
+        start_ = left - lanes;
+        for (std::int32_t x = start_; x < right + lanes; x += lanes) {
+            const PixelVec above = load(rows_[0], x);
+            const PixelVec own = load(rows_[1], x);
+            const PixelVec below = load(rows_[2], x);
+            hn::Store(hn::Add(hn::Add(blue_red_words(above), blue_red_words(own)), blue_red_words(below)), d,
+                      blueRed_ + 2 * (x - start_));
+            hn::Store(
+                hn::Add(hn::Add(green_alpha_words(above), green_alpha_words(own)), green_alpha_words(below)),
+                d, greenAlpha_ + 2 * (x - start_));
+        }
+    }
     void keep(std::int32_t x, std::size_t count, Pixel* to) const {
         std::memcpy(to, rows_[1] + x, count * sizeof(Pixel));
         blend_row(to, rows_[1] + x, count);
@@ -187,20 +204,12 @@ private:
         return load_repeating(row, width_, x);
     }
     HWY_INLINE Nine nine_at(std::int32_t x) const {
-        if (HWY_LIKELY(x >= 1 && x + lanes_of_pixels() + 1 <= width_)) return nine_at(x, InTheMidst());
-        return nine_at(x, NearTheEnds{width_});
-    }
-    template <class Load>
-    HWY_INLINE Nine nine_at(std::int32_t x, const Load& load_at) const {
-        Nine nine{hn::Zero(WordTag()), hn::Zero(WordTag()), load_at(rows_[1], x)};
-        for (const Pixel* row : rows_) {
-            for (std::int32_t u = x - 1; u <= x + 1; ++u) {
-                const PixelVec p = load_at(row, u);
-                nine.blueRed = hn::Add(nine.blueRed, blue_red_words(p));
-                nine.greenAlpha = hn::Add(nine.greenAlpha, green_alpha_words(p));
-            }
-        }
-        return nine;
+        const auto three = [&](const std::uint16_t* sums) HWY_ATTR {
+            const WordTag d;
+            const std::uint16_t* at = sums + 2 * (x - start_);
+            return hn::Add(hn::Add(hn::LoadU(d, at - 2), hn::LoadU(d, at)), hn::LoadU(d, at + 2));
+        };
+        return {three(blueRed_), three(greenAlpha_), load(rows_[1], x)};
     }
 
     const Pixel* rows_[3];
@@ -209,6 +218,10 @@ private:
     Focus focus_;
     double step_;
     WordQuotient tenth_;
+    std::int32_t start_ = 0;
+    static constexpr std::size_t kSums = 2 * (kFocusPiece + 3 * hn::MaxLanes(PixelTag()));
+    HWY_ALIGN std::uint16_t blueRed_[kSums];
+    HWY_ALIGN std::uint16_t greenAlpha_[kSums];
 };
 
 void soft_focus_weights(PixelBuffer weights, const Focus& focus, std::int32_t first, std::int32_t last) {

@@ -130,7 +130,7 @@ class EffectsOfEveryInstructionSet : public ::testing::TestWithParam<std::int64_
 TEST_P(EffectsOfEveryInstructionSet, equal_the_plain_version) {
     const TargetScope scope(GetParam());
     ASSERT_STREQ(scope.name(), running_target());
-    std::vector<Effect> effects = rank_effects({0, 1, 2, 3, 4, 5, 6, 7, 12, 20});
+    std::vector<Effect> effects = rank_effects({0, 1, 2, 3, 4, 5, 6, 7, 8, 12, 15, 20});
     for (Effect& effect : other_effects()) effects.push_back(effect);
     for (const Effect& effect : effects) {
         std::size_t seed = 0;
@@ -178,7 +178,9 @@ TEST_P(EffectsOfEveryInstructionSet, weave_like_the_plain_version) {
     const TargetScope scope(GetParam());
     for (const std::int32_t opacity : {1, 2, 40, 256, 1000, 0x7FFFFFFF}) {
         std::size_t seed = 0;
-        for (const auto& [width, height] : odd_sizes()) {
+        std::vector<std::pair<std::int32_t, std::int32_t>> sizes = odd_sizes();
+        sizes.emplace_back(1100, 130);
+        for (const auto& [width, height] : sizes) {
             const Picture source = ++seed % 2 == 0 ? random_opaque_picture(width, height, seed)
                                                    : random_picture(width, height, seed);
             const auto woven = [&, w = width, h = height](RandomGenerator& random) {
