@@ -5,53 +5,17 @@
 #include <hwy/foreach_target.h>  // this file once for each instruction set
 
 #include <algorithm>
-#include <utility>
 
 #include "core/pixel_runs-inl.h"
 #include "filters/effects_plain.h"
 #include "filters/median_plans.h"
 #include "filters/median_versions.h"
+#include "filters/network_steps-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace pixvane::filters::HWY_NAMESPACE {
 #if PIXVANE_VECTORS
 using namespace pixvane::HWY_NAMESPACE;
-
-template <NetworkStep kStep>
-HWY_INLINE void exchange(ByteVec* HWY_RESTRICT values) {
-    const ByteVec a = values[kStep.low];
-    const ByteVec b = values[kStep.high];
-    if constexpr (kStep.keepsLow) values[kStep.low] = hn::Min(a, b);
-    if constexpr (kStep.keepsHigh) values[kStep.high] = hn::Max(a, b);
-}
-
-template <const Network& kNetwork, std::size_t... kIndices>
-HWY_INLINE void run_steps(ByteVec* HWY_RESTRICT values, std::index_sequence<kIndices...>) {
-    (exchange<kNetwork.steps[kIndices]>(values), ...);
-}
-
-// The results of a network, in order.
-template <const Network& kNetwork, std::size_t... kIndices>
-HWY_INLINE void store_results(const ByteVec* values, ByteVec* results, std::index_sequence<kIndices...>) {
-    ((results[kIndices] = values[kNetwork.results.places[kIndices]]), ...);
-}
-
-template <const Network& kNetwork>
-HWY_INLINE void run_network(ByteVec* HWY_RESTRICT values, ByteVec* HWY_RESTRICT results) {
-    run_steps<kNetwork>(values, std::make_index_sequence<kNetwork.count>());
-    store_results<kNetwork>(values, results, std::make_index_sequence<kNetwork.results.count>());
-}
-
-// Written out, so that none of the values needs memory for its place in an array.
-template <std::size_t... kIndices>
-HWY_INLINE void load_each(const ByteVec* from, ByteVec* values, std::index_sequence<kIndices...>) {
-    ((values[kIndices] = from[kIndices]), ...);
-}
-
-template <std::size_t kCount>
-HWY_INLINE void load_values(const ByteVec* from, ByteVec* values) {
-    load_each(from, values, std::make_index_sequence<kCount>());
-}
 
 // Windows one below the other, walked down two rows at a time.
 template <int kRadius>
@@ -109,21 +73,23 @@ private:
         return slot >= kSlots ? slot - kSlots : slot;
     }
 
-    static HWY_INLINE void sort_row(const Pixel* row, ByteVec* sorted) {
+    static PIXVANE_NETWORK_INLINE void sort_row(const Pixel* row, ByteVec* sorted) {
         const PixelTag d;
         ByteVec values[kSide];
         for (std::size_t i = 0; i < kSide; ++i) values[i] = hn::BitCast(ByteTag(), hn::LoadU(d, row + i));
         run_network<Plans::kRow>(values, sorted);
     }
 
-    static HWY_INLINE void merge_pair(const ByteVec* first, const ByteVec* second, ByteVec* merged) {
+    static PIXVANE_NETWORK_INLINE void merge_pair(const ByteVec* first, const ByteVec* second,
+                                                  ByteVec* merged) {
         ByteVec values[2 * kSide];
         load_values<kSide>(first, values);
         load_values<kSide>(second, values + kSide);
         run_network<Plans::kPair>(values, merged);
     }
 
-    static HWY_INLINE void merge_quad(const ByteVec* first, const ByteVec* second, ByteVec* merged) {
+    static PIXVANE_NETWORK_INLINE void merge_quad(const ByteVec* first, const ByteVec* second,
+                                                  ByteVec* merged) {
         constexpr std::size_t kCount = Plans::kPair.results.count;
         ByteVec values[2 * kCount];
         load_values<kCount>(first, values);
@@ -131,7 +97,7 @@ private:
         run_network<Plans::kQuad>(values, merged);
     }
 
-    HWY_INLINE void merge_common(std::size_t slot, std::size_t quadSlot, ByteVec* common) const {
+    PIXVANE_NETWORK_INLINE void merge_common(std::size_t slot, std::size_t quadSlot, ByteVec* common) const {
         constexpr std::size_t kPairCount = Plans::kPair.results.count;
         constexpr std::size_t kQuadCount = Plans::kQuad.results.count;
         ByteVec values[Plans::kQuads * kQuadCount + (Plans::kPairs - 2 * Plans::kQuads) * kPairCount];
@@ -143,7 +109,7 @@ private:
         run_network<Plans::kCommon>(values, common);
     }
 
-    static HWY_INLINE ByteVec last(const ByteVec* common, const ByteVec* row) {
+    static PIXVANE_NETWORK_INLINE ByteVec last(const ByteVec* common, const ByteVec* row) {
         constexpr std::size_t kCount = Plans::kCommon.results.count;
         ByteVec values[kCount + kSide];
         load_values<kCount>(common, values);
