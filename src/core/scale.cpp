@@ -213,7 +213,8 @@ public:
     }
     void widen(std::int32_t y, std::int32_t first, std::int32_t last) {
         const auto run = axis_.shrinks() ? widen_row<true, kShort> : widen_row<false, kShort>;
-        if (!run(source_.row(y), source_.width, axis_, bits_, first, last, sums_of(y)))
+        const std::ptrdiff_t next = y + 2 < source_.height ? std::ptrdiff_t{2} * source_.width : 0;
+        if (!run(source_.row(y), source_.width, axis_, bits_, first, last, next, sums_of(y)))
             isOpaque_[slot_of(y)] = false;
     }
     bool is_opaque(std::int32_t y) const { return isOpaque_[slot_of(y)]; }

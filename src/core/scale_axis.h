@@ -75,6 +75,11 @@ public:
         return is_bilinear() || is_coarse() ? kBilinearTotal >> unusedBits_
                                             : range_.length / std::gcd(range_.length, range_.size);
     }
+    /// How much further on those neighbours end that pixel i + 1 has; 0 for the last pixel.
+    std::int32_t advance(std::int32_t i) const {
+        if (i + 1 >= count()) return 0;
+        return taps(i + 1).first + taps(i + 1).count - taps(i).first - taps(i).count;
+    }
     /// The part of the source that is used: from the first pixel to behind the last.
     std::int32_t begin() const { return taps_.front().first; }
     std::int32_t end() const { return taps_.back().first + taps_.back().count; }

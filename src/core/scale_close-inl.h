@@ -15,7 +15,6 @@
 
 #include "core/pixel_runs-inl.h"
 #include "core/scale.h"
-#include "core/scale_ahead-inl.h"
 #include "core/scale_close_columns-inl.h"
 #include "core/scratch.h"
 
@@ -68,6 +67,13 @@ private:
         std::uint32_t upper[kGroupPixels];
         std::uint32_t lower[kGroupPixels];
         std::int32_t start;
+    };
+
+    // The rows that are added up, and how far on those lie that come next, which are fetched meanwhile.
+    struct SourceRows {
+        const Pixel* top;
+        std::ptrdiff_t pitch;
+        std::ptrdiff_t next;
     };
 
     // Without the divisor that all weights have in common.
@@ -137,17 +143,15 @@ private:
         using Of = Neighbours<kQuads, kParts>;
         const Taps& taps = scaling_.y().taps(y);
         const std::int32_t rows = kRows == 0 ? taps.count : kRows;
-        const Pixel* const top = source_.row(taps.first);
-        const std::ptrdiff_t pitch = source_.width;
-        RowsAhead ahead(source_, scaling_, y);
+        const SourceRows source{source_.row(taps.first), source_.width,
+                                std::ptrdiff_t{source_.width} * scaling_.y().advance(y)};
         auto column = columns_.begin(y);
         const Group* group = groups_;
         for (std::int32_t i = 0; i * kColumns < scaling_.x().count(); ++i, group += kGroups * kQuads) {
-            ahead.fetch();
-            const IntVec quarters[kGroups] = {column.sum_of(Of(group, top, pitch), rows),
-                                              column.sum_of(Of(group + kQuads, top, pitch), rows),
-                                              column.sum_of(Of(group + 2 * kQuads, top, pitch), rows),
-                                              column.sum_of(Of(group + 3 * kQuads, top, pitch), rows)};
+            const IntVec quarters[kGroups] = {column.sum_of(Of(group, source), rows),
+                                              column.sum_of(Of(group + kQuads, source), rows),
+                                              column.sum_of(Of(group + 2 * kQuads, source), rows),
+                                              column.sum_of(Of(group + 3 * kQuads, source), rows)};
             const std::int32_t x = first_of(i);
             hn::StoreU(third_bytes_of(quarters), PixelTag(), to + x);
             if (HWY_UNLIKELY(!column.is_sure())) redo(column.unsure_lanes(), x, y, to);
@@ -159,11 +163,11 @@ private:
     // The neighbours of four pixels in a row of the source, and what they weigh.
     template <std::int32_t kQuads, std::int32_t kParts>
     struct Neighbours {
-        HWY_INLINE Neighbours(const Group* group, const Pixel* top, std::ptrdiff_t width) : pitch(width) {
+        HWY_INLINE Neighbours(const Group* group, const SourceRows& rows) : source(rows) {
             // A channel of four neighbours.
             const __m512i channels = _mm512_set4_epi32(0x0F0B0703, 0x0E0A0602, 0x0D090501, 0x0C080400);
             for (std::int32_t q = 0; q < kQuads; ++q) {
-                pixels[q] = top + group[q].start;
+                pixels[q] = source.top + group[q].start;
                 order[q] = _mm512_add_epi8(in_blocks(group[q].places), channels);
                 lower[q] = in_blocks(group[q].lower);
                 if constexpr (kParts == 2) upper[q] = in_blocks(group[q].upper);
@@ -172,9 +176,11 @@ private:
 
         // Their sums in row `i`, added to `start`: of each pixel four.
         HWY_INLINE __m512i sums(std::int32_t i, __m512i start) const {
+            const std::ptrdiff_t row = source.pitch * i;
             __m512i bytes[kQuads];
+            fetch_line(pixels[0] + row + source.next);
             for (std::int32_t q = 0; q < kQuads; ++q)
-                bytes[q] = _mm512_permutexvar_epi8(order[q], _mm512_loadu_si512(pixels[q] + pitch * i));
+                bytes[q] = _mm512_permutexvar_epi8(order[q], _mm512_loadu_si512(pixels[q] + row));
             if constexpr (kParts == 2) {
                 __m512i high = _mm512_setzero_si512();
                 for (std::int32_t q = 0; q < kQuads; ++q)
@@ -192,7 +198,7 @@ private:
             return _mm512_permutexvar_epi32(blocks, _mm512_castsi128_si512(four));
         }
 
-        std::ptrdiff_t pitch;
+        const SourceRows& source;
         const Pixel* pixels[kQuads];
         __m512i order[kQuads];
         __m512i lower[kQuads];

@@ -17,7 +17,6 @@
 
 #include "core/pixel_runs-inl.h"
 #include "core/scale.h"
-#include "core/scale_ahead-inl.h"
 #include "core/scale_bilinear-inl.h"
 #include "core/scale_floats-inl.h"
 #include "core/scratch.h"
@@ -50,14 +49,14 @@ public:
 
     // Returns false if not all of the pixels that row y is made of are opaque; then it is left half done.
     bool make_opaque_row(std::int32_t y, Pixel* to) {
-        RowsAhead ahead(source_, scaling_, y);
+        const std::ptrdiff_t next = std::ptrdiff_t{source_.width} * scaling_.y().advance(y);
         for (std::int32_t i = 0; i < strips_; ++i) {
             const std::int32_t first = edge(i), last = edge(i + 1);
-            if (!add_rows(scaling_.y().taps(y), begin_of(first), end_of(last))) return false;
+            if (!add_rows(scaling_.y().taps(y), next, begin_of(first), end_of(last))) return false;
             const auto run = windows_ == 1   ? &CoarseScaler::make_pixels<1>
                              : windows_ == 2 ? &CoarseScaler::make_pixels<2>
                                              : &CoarseScaler::make_pixels<0>;
-            (this->*run)(first, last, to, ahead);
+            (this->*run)(first, last, to);
         }
         return true;
     }
@@ -120,25 +119,27 @@ private:
         return sums_ != nullptr;
     }
 
-    // Sums of the columns from `begin` to `end`; returns whether all of them are opaque.
-    bool add_rows(const Taps& taps, std::int32_t begin, std::int32_t end) {
+    // Sums of the columns from `begin` to `end`; returns whether all of them are opaque. `next` pixels
+    // further on begin the rows that come next, which are fetched meanwhile.
+    bool add_rows(const Taps& taps, std::ptrdiff_t next, std::int32_t begin, std::int32_t end) {
         switch (taps.count) {
             case 2:
-                return add_some_rows<2>(taps, begin, end);
+                return add_some_rows<2>(taps, next, begin, end);
             case 3:
-                return add_some_rows<3>(taps, begin, end);
+                return add_some_rows<3>(taps, next, begin, end);
             case 4:
-                return add_some_rows<4>(taps, begin, end);
+                return add_some_rows<4>(taps, next, begin, end);
             case 5:
-                return add_some_rows<5>(taps, begin, end);
+                return add_some_rows<5>(taps, next, begin, end);
             default:
-                return add_some_rows<0>(taps, begin, end);
+                return add_some_rows<0>(taps, next, begin, end);
         }
     }
 
     // From kRows rows of the source, or any number if that is 0.
     template <std::int32_t kRows>
-    HWY_NOINLINE bool add_some_rows(const Taps& taps, std::int32_t begin, std::int32_t end) {
+    HWY_NOINLINE bool add_some_rows(const Taps& taps, std::ptrdiff_t next, std::int32_t begin,
+                                    std::int32_t end) {
         const CoarseTag d;
         const RowSums<kRows> add(scaling_.y(), taps);
         const std::int32_t left = scaling_.x().begin() + begin;
@@ -146,7 +147,7 @@ private:
         CoarseVec differences = hn::Zero(d);
         std::int32_t x = 0;
         for (; x < end - begin && left + x + kColumns <= source_.width; x += kColumns)
-            add(top + x, source_.width, sums_ + 4 * x, differences);
+            add(top + x, source_.width, next, sums_ + 4 * x, differences);
         if (x < end - begin) {
             // At the end of the rows: in a copy, so that nothing is read beyond.
             HWY_ALIGN Pixel few[kMostRows * kColumns];
@@ -154,7 +155,7 @@ private:
             const auto bytes = static_cast<std::size_t>(source_.width - left - x) * sizeof(Pixel);
             for (std::int32_t i = 0; i < taps.count; ++i)
                 std::memcpy(few + i * kColumns, top + std::ptrdiff_t{source_.width} * i + x, bytes);
-            add(few, kColumns, sums_ + 4 * x, differences);
+            add(few, kColumns, 0, sums_ + 4 * x, differences);
         }
         const auto alphas =
             hn::BitCast(d, hn::Set(hn::Repartition<std::uint64_t, CoarseTag>(), std::uint64_t{0xFFFF} << 48));
@@ -171,8 +172,8 @@ private:
         }
 
         // A vector of pixels from each row. Keeps in which bits alphas differ from opaque ones.
-        HWY_INLINE void operator()(const Pixel* from, std::ptrdiff_t pitch, std::uint16_t* to,
-                                   CoarseVec& differences) const {
+        HWY_INLINE void operator()(const Pixel* from, std::ptrdiff_t pitch, std::ptrdiff_t next,
+                                   std::uint16_t* to, CoarseVec& differences) const {
             // Channels of two neighbours side by side.
             alignas(16) static constexpr std::uint8_t kPairs[16] = {0, 1, 8,  9,  2, 3, 10, 11,
                                                                     4, 5, 12, 13, 6, 7, 14, 15};
@@ -180,6 +181,7 @@ private:
             const ShortTag d16;
             const ByteTag d8;
             const auto row = [&](std::int32_t i) HWY_ATTR {
+                fetch_line(from + pitch * i + next);
                 const PixelVec pixels = hn::LoadU(PixelTag(), from + pitch * i);
                 return hn::BitCast(d8, hn::Xor(pixels, hn::Set(PixelTag(), 0x80808080)));
             };
@@ -237,14 +239,13 @@ private:
 
     // The pixels of a strip, each made of kWindows vectors of sums, or any number if that is 0.
     template <std::int32_t kWindows>
-    HWY_NOINLINE void make_pixels(std::int32_t first, std::int32_t last, Pixel* to, RowsAhead& ahead) const {
+    HWY_NOINLINE void make_pixels(std::int32_t first, std::int32_t last, Pixel* to) const {
         const IntTag d;
         // Takes the bias of the sums away again, and rounds.
         const IntVec start = hn::Set(d, kBias * kTotal + 0x8000);
         for (std::int32_t k = first; k < last; k += kColumns) {
             // The last vector overlaps the one before it.
             const std::int32_t x = std::min(k, last - kColumns);
-            ahead.fetch();
             const auto quarter = [&](std::int32_t offset) HWY_ATTR {
                 IntVec parts[kGroup];
                 for (std::int32_t i = 0; i < kGroup; ++i)

@@ -21,7 +21,6 @@
 
 #include "core/pixel_runs-inl.h"
 #include "core/scale.h"
-#include "core/scale_ahead-inl.h"
 #include "core/scale_columns-inl.h"
 #include "core/scale_floats-inl.h"
 
@@ -130,19 +129,21 @@ public:
         const PixelTag d;
         if (!floats_)
             floats_.emplace(scaling_.x(), total(), double{scaling_.x().steps()} * scaling_.y().steps());
-        RowsAhead ahead(source_, scaling_, y);
+        const std::ptrdiff_t next = std::ptrdiff_t{source_.width} * scaling_.y().advance(y);
         for (std::int32_t i = 0; i < strips_; ++i) {
             enter(i);
             PixelVec common = hn::Set(d, ~0u);
-            for_chunks(y, [&](const Pixel* rows, std::int32_t count, const std::int32_t* weights,
-                              bool isFirst) { add_opaque_rows(rows, count, weights, isFirst, common); });
+            for_chunks(y,
+                       [&](const Pixel* rows, std::int32_t count, const std::int32_t* weights, bool isFirst) {
+                           add_opaque_rows(rows, next, count, weights, isFirst, common);
+                       });
             if (!hn::AllTrue(d, hn::Eq(hn::ShiftRight<24>(common), hn::Set(d, 0xFF)))) return false;
             if (!floats_->is_valid() || last_ - first_ < kColumns) {
                 divide_in_doubles(first_, last_, to);
             } else if (floats_->stride() == kGroup) {
-                divide_in_floats<true>(to, ahead);
+                divide_in_floats<true>(to);
             } else {
-                divide_in_floats<false>(to, ahead);
+                divide_in_floats<false>(to);
             }
         }
         return true;
@@ -219,8 +220,8 @@ private:
         }
     }
 
-    HWY_INLINE void add_opaque_rows(const Pixel* rows, std::int32_t count, const std::int32_t* weights,
-                                    bool isFirst, PixelVec& common) {
+    HWY_INLINE void add_opaque_rows(const Pixel* rows, std::ptrdiff_t next, std::int32_t count,
+                                    const std::int32_t* weights, bool isFirst, PixelVec& common) {
         const PixelTag d;
         const ShortTag d16;
         const std::ptrdiff_t pitch = source_.width;
@@ -234,6 +235,8 @@ private:
                 const Pixel* row = rows + pitch * k + x;
                 const PixelVec upper = hn::LoadU(d, row);
                 const PixelVec lower = k + 1 < count ? hn::LoadU(d, row + pitch) : upper;
+                fetch_line(row + next);
+                fetch_line(row + next + (k + 1 < count ? pitch : 0));
                 all = hn::And(all, hn::And(upper, lower));
                 add_opaque(sums, upper, lower, pair(k));
             }
@@ -294,7 +297,7 @@ private:
 
     // A vector of pixels at a time.
     template <bool kSingle>
-    HWY_INLINE void divide_in_floats(Pixel* to, RowsAhead& ahead) {
+    HWY_INLINE void divide_in_floats(Pixel* to) {
         const FloatTag d;
         const PixelTag d32;
         const auto shift = hn::Set(d, FloatLimits::kShift);
@@ -303,7 +306,6 @@ private:
         for (std::int32_t i = first_; i < last_; i += kColumns) {
             // The last vector overlaps the one before it.
             const std::int32_t x = std::min(i, last_ - kColumns);
-            ahead.fetch();
             auto distance = hn::Zero(d);
             PixelVec quarters[4];
             for (std::int32_t k = 0; k < 4; ++k) {
