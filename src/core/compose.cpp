@@ -54,7 +54,8 @@ void fill_area(PixelBuffer target, PixelRect area, Pixel value) {
     auto count = static_cast<std::size_t>(columns.count);
     std::int32_t runs = rows.count;
     if (count == 0 || runs == 0) return;
-    const bool streaming = count * static_cast<std::size_t>(runs) * sizeof(Pixel) >= kStreamingBytes;
+    // Strips of a large target are not read again from the caches either.
+    const bool streaming = target.bytes() >= kStreamingBytes;
     Pixel* to = target.row(area.y + rows.first) + (area.x + columns.first);
     if (columns.count == target.width) {
         count *= static_cast<std::size_t>(runs);

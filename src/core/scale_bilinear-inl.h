@@ -95,7 +95,7 @@ struct WeightBits {
 // row after the next one, which is fetched meanwhile.
 template <bool kShrinks, bool kShort>
 HWY_INLINE bool widen_row(const Pixel* source, std::int32_t width, const ScaleAxis& axis, WeightBits bits,
-                          std::int32_t first, std::int32_t last, std::ptrdiff_t next, std::int16_t* sums) {
+                          std::int32_t first, std::int32_t last, std::int16_t* sums) {
     const PixelTag d;
     const ByteTag d8;
     const ShortTag d16;
@@ -107,8 +107,6 @@ HWY_INLINE bool widen_row(const Pixel* source, std::int32_t width, const ScaleAx
     sums += std::ptrdiff_t{4} * first;
     for (std::int32_t x = first; x < last; x += kLanes, sums += 4 * kLanes) {
         const TapPair taps = load_taps<kShrinks>(row, axis.left() + x);
-        fetch_line(source + axis.left()[x] + next);
-        if constexpr (kShrinks) fetch_line(source + axis.left()[x + kLanes / 2] + next);
         common = hn::And(common, hn::And(taps.left, taps.right));
         const auto left = hn::BitCast(d8, taps.left);
         const auto right = hn::BitCast(d8, taps.right);

@@ -15,6 +15,7 @@
 #include "core/scale.h"
 #include "core/scale_columns-inl.h"
 #include "core/scale_products-inl.h"
+#include "core/scale_result-inl.h"
 
 #if PIXVANE_VECTORS
 HWY_BEFORE_NAMESPACE();
@@ -85,6 +86,28 @@ HWY_INLINE bool halve_rows(const Pixel* upper, const Pixel* lower, std::ptrdiff_
     }
     const auto lacking = hn::BitCast(d64, hn::Xor(lowest, opaque));
     return hn::AllTrue(d64, hn::Eq(hn::ShiftRight<48>(lacking), hn::Zero(d64)));
+}
+
+void halve(ConstPixelBuffer source, PixelArea target, const Scaling& scaling, ResultRows& result,
+           std::int32_t first, std::int32_t last) {
+    const bool streaming = is_large(target, first, last);
+    const bool direct = streaming && !result.needs_line() && can_stream(target);
+    const std::int32_t left = scaling.x().begin();
+    for (std::int32_t y = first; y < last; ++y) {
+        const std::int32_t row = scaling.y().taps(y).first;
+        const Pixel* upper = source.row(row) + left;
+        const Pixel* lower = source.row(row + 1) + left;
+        const std::ptrdiff_t next = y + 1 < last ? std::ptrdiff_t{2} * source.width : 0;
+        Pixel* to = result.place(y);
+        const bool isOpaque = direct ? halve_rows<true>(upper, lower, next, to, target.width)
+                                     : halve_rows<false>(upper, lower, next, to, target.width);
+        if (isOpaque) {
+            result.finish_opaque(y, to, streaming);
+        } else {
+            result.make_other(y);
+        }
+    }
+    hwy::FlushStream();
 }
 
 }  // namespace pixvane::HWY_NAMESPACE

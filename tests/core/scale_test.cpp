@@ -140,14 +140,21 @@ TEST(Scale, of_a_rectangle_sees_nothing_beyond_it) {
 
 class ScaleOnEveryInstructionSet : public ::testing::TestWithParam<std::int64_t> {};
 
-void expect_plain_result(const Picture& source, std::int32_t width, std::int32_t height) {
-    Picture expected(width, height);
+void expect_plain_result(const Picture& source, std::int32_t width, std::int32_t height,
+                         bool coarse = false) {
+    Scaling memory;
+    const auto drawn = [&] {
+        Picture target(width, height);
+        draw_scaled(target.view(), source.view(), {0, 0, width, height}, {}, memory, coarse);
+        return target;
+    };
+    Picture expected;
     {
         const PlainScope plain;
-        scale(source.view(), expected.view());
+        expected = drawn();
     }
-    ASSERT_TRUE(same_pixels(expected, scaled(source, width, height)))
-        << source.width << " x " << source.height << " to " << width << " x " << height;
+    ASSERT_TRUE(same_pixels(expected, drawn())) << source.width << " x " << source.height << " to " << width
+                                                << " x " << height << (coarse ? " coarsely" : "");
 }
 
 TEST_P(ScaleOnEveryInstructionSet, equals_the_plain_version) {
@@ -182,7 +189,7 @@ TEST_P(ScaleOnEveryInstructionSet, equals_the_plain_version_where_few_neighbours
             for (Pixel& p : source.pixels) p &= 0xFF010101;
         }
         if (width % 5 == 0) source.pixels[static_cast<std::size_t>(width)] = 0x80FF8040;
-        expect_plain_result(source, width, 3 + width % 29);
+        for (const bool coarse : {false, true}) expect_plain_result(source, width, 3 + width % 29, coarse);
     }
 }
 
@@ -194,7 +201,8 @@ TEST_P(ScaleOnEveryInstructionSet, equals_the_plain_version_at_the_ends_of_the_n
             Picture source(width, height, colour);
             for (std::size_t i = 0; i < source.pixels.size(); i += 7) source.pixels[i] ^= 0x00010080;
             expect_plain_result(source, 1, 1);
-            expect_plain_result(source, std::min(width, 37), std::min(height, 41));
+            for (const bool coarse : {false, true})
+                expect_plain_result(source, std::min(width, 37), std::min(height, 41), coarse);
             expect_plain_result(source, (width - 1) / 2, (height - 1) / 2);
         }
     }
