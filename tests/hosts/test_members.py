@@ -77,6 +77,7 @@ class Values(ControlTest):
             (OverflowError, "Saturate", (1 << 31, -(1 << 31) - 1, 1 << 63, 10**100)),
             (TypeError, "Gamma", (True, "1.0", None, b"1", 1j, [1.0])),
             (OverflowError, "Gamma", (10**400,)),
+            (TypeError, "UserEffect", (5, 1.0, [1.0] * 9, "123456789")),
         ):
             is_method = not hasattr(getattr(pixvane.Pixvane, name), "fset")
             for value in values:

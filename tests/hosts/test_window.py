@@ -105,5 +105,7 @@ class Process(ControlTest):
             (TypeError, pixvane.set_worker_threads, 2.0),
             (OverflowError, pixvane.set_bitmap_limit, 1 << 64),
             (TypeError, pixvane.set_bitmap_limit, 1e9),
+            (OverflowError, pixvane.seed_random, 1 << 32),
+            (TypeError, pixvane.seed_random, "1"),
         ):
             self.assertRaises(error, call, wrong)
