@@ -60,6 +60,8 @@ TEST_F(Documents, TheSizeThatIsToldIsTheSizeOfTheFile) {
     const int before = answers;
     for (int quality = 0; quality <= 100; ++quality) probe.request(1, quality);
     wait_until([&] { return answers > before; });
+    view().setJpegQuality(100);
+    EXPECT_EQ(told, QFileInfo(saved(QStringLiteral("file"), 1)).size());
     EXPECT_EQ(answers, before + 1);
 }
 
