@@ -5,12 +5,11 @@
 #include <hwy/foreach_target.h>  // this file once for each instruction set
 
 #include <algorithm>
-#include <cstring>
 
 #include "core/kernel_path.h"
-#include "core/pixel_runs-inl.h"
 #include "filters/anti_noise_columns.h"
 #include "filters/effects_plain.h"
+#include "filters/neighbours-inl.h"
 #include "filters/whole_means.h"
 #include "filters/window_histogram.h"
 
@@ -59,107 +58,120 @@ HWY_BEFORE_NAMESPACE();
 namespace pixvane::filters::HWY_NAMESPACE {
 #if PIXVANE_VECTORS
 using namespace pixvane::HWY_NAMESPACE;
-using WordTag = hn::Repartition<std::uint16_t, PixelTag>;
-using WordVec = hn::Vec<WordTag>;
 
 // All sums fit 16 bits.
 constexpr std::int32_t kLargestSmallRadius = 7;
-constexpr std::size_t kBytes = hn::MaxLanes(ByteTag());
 constexpr std::int32_t kMostSide = 2 * kLargestSmallRadius + 1;
 
-// Sums of bytes, in 16 bits each.
+// A word for each channel of some pixels.
+struct ChannelWords {
+    WordVec blueRed, greenAlpha;
+};
+
+// Sums of bytes.
 struct ByteSums {
-    WordVec low;
-    WordVec high;
+    ChannelWords words;
 
-    HWY_INLINE void add(ByteVec bytes) {
-        const ByteTag d;
-        const WordTag wide;
-        const ByteVec zero = hn::Zero(d);
-        low = hn::Add(low, hn::BitCast(wide, hn::InterleaveLower(d, bytes, zero)));
-        high = hn::Add(high, hn::BitCast(wide, hn::InterleaveUpper(d, bytes, zero)));
-    }
-    // In the order of the bytes: of each block of 16 the lower part has the first 8.
-    HWY_INLINE void store(std::uint16_t* sums) const {
-        HWY_ALIGN std::uint16_t parts[2][kBytes / 2];
-        hn::Store(low, WordTag(), parts[0]);
-        hn::Store(high, WordTag(), parts[1]);
-        for (std::size_t block = 0; block < hn::Lanes(ByteTag()) / 16; ++block) {
-            std::memcpy(sums + block * 16, parts[0] + block * 8, 16);
-            std::memcpy(sums + block * 16 + 8, parts[1] + block * 8, 16);
-        }
+    HWY_INLINE void add(PixelVec bytes) {
+        words.blueRed = hn::Add(words.blueRed, blue_red_words(bytes));
+        words.greenAlpha = hn::Add(words.greenAlpha, green_alpha_words(bytes));
     }
 };
 
-// Of each byte the limits of its mean, and the mean.
-struct Means {
-    HWY_ALIGN std::uint8_t lower[kBytes];
-    HWY_ALIGN std::uint8_t upper[kBytes];
-    HWY_ALIGN std::uint8_t mean[kBytes];
-};
-
-void find_means(const std::uint16_t* sums, const WholeMeans& whole, Means& means) {
-    const float part = 1.0F / static_cast<float>(whole.pixels);
-    for (std::size_t i = 0; i < kBytes; ++i) {
-        // Half of one more keeps a whole quotient from falling below itself.
-        const auto mean = static_cast<std::int32_t>((static_cast<float>(sums[i]) + 0.5F) * part);
-        const bool between = mean * static_cast<std::int32_t>(whole.pixels) != sums[i];
-        means.mean[i] = means.lower[i] = static_cast<std::uint8_t>(mean);
-        means.upper[i] = static_cast<std::uint8_t>(mean + (between ? 1 : 0));
-    }
-    if (whole.allExact) return;
-    for (std::size_t i = 0; i < kBytes; ++i) {
-        const std::uint8_t mean = means.mean[i];
-        if (means.upper[i] != mean) continue;
-        means.lower[i] = whole.lower[mean];
-        means.upper[i] = whole.upper[mean];
-        means.mean[i] = whole.mean[mean];
-    }
-}
-
-void choose_values(const std::uint16_t* totals, const Means& means, const WholeMeans& whole,
-                   const std::uint8_t* values, std::uint8_t* results) {
-    const auto pixels = static_cast<std::int32_t>(whole.pixels);
-    const std::int32_t more = whole.equalIsAbove ? 0 : 1;
-    for (std::size_t i = 0; i < kBytes; ++i) {
-        const std::int32_t value = values[i];
-        const std::int32_t own = std::max(means.lower[i] - value, 0) + std::max(value - means.upper[i], 0);
-        // own / total > 1.5 / pixels; own is part of the total.
-        const bool standsOut = (own > 0) & (2 * own * pixels >= 3 * std::int32_t{totals[i]} + more);
-        results[i] = standsOut ? means.mean[i] : values[i];
-    }
-}
-
-// A vector of pixels whose windows start at these rows.
-HWY_INLINE PixelVec quieten(const Pixel* const* rows, std::int32_t radius, const WholeMeans& whole) {
+HWY_INLINE ByteVec bytes_of(const ChannelWords& words) {
     const PixelTag d;
-    const ByteTag bytes;
-    const std::int32_t side = 2 * radius + 1;
-    ByteSums sum{hn::Zero(WordTag()), hn::Zero(WordTag())};
-    for (std::int32_t v = 0; v < side; ++v) {
-        for (std::int32_t u = 0; u < side; ++u) sum.add(hn::BitCast(bytes, hn::LoadU(d, rows[v] + u)));
+    return hn::BitCast(
+        ByteTag(), hn::Or(hn::BitCast(d, words.blueRed), hn::BitCast(d, hn::ShiftLeft<8>(words.greenAlpha))));
+}
+
+// Means of windows and the whole numbers around them.
+struct MeanWords {
+    WordVec lower, upper, mean;
+};
+
+class SmallWindows {
+public:
+    SmallWindows(std::int32_t radius, const WholeMeans& whole)
+        : radius_(radius), whole_(whole), quotient_(whole.pixels, 255 * std::int64_t{whole.pixels}) {}
+
+    bool is_exact() const { return quotient_.is_exact() && whole_.allKnown; }
+
+    // A vector of pixels whose windows start at these rows.
+    HWY_INLINE PixelVec quieten(const Pixel* const* rows) const {
+        const PixelTag d;
+        ByteSums sums{{hn::Zero(WordTag()), hn::Zero(WordTag())}};
+        for_window(rows, [&](PixelVec p) HWY_ATTR { sums.add(p); });
+        const MeanWords blueRed = means_of(sums.words.blueRed);
+        const MeanWords greenAlpha = means_of(sums.words.greenAlpha);
+        const ByteVec lower = bytes_of({blueRed.lower, greenAlpha.lower});
+        const ByteVec upper = bytes_of({blueRed.upper, greenAlpha.upper});
+        const auto deviations = [&](PixelVec p) HWY_ATTR {
+            const ByteVec values = hn::BitCast(ByteTag(), p);
+            return hn::BitCast(d, hn::Or(hn::SaturatedSub(lower, values), hn::SaturatedSub(values, upper)));
+        };
+        ByteSums totals{{hn::Zero(WordTag()), hn::Zero(WordTag())}};
+        for_window(rows, [&](PixelVec p) HWY_ATTR { totals.add(deviations(p)); });
+        const PixelVec value = hn::LoadU(d, rows[radius_] + radius_);
+        const PixelVec own = deviations(value);
+        return pixels_of_words(
+            chosen(blue_red_words(value), blueRed.mean, blue_red_words(own), totals.words.blueRed),
+            chosen(green_alpha_words(value), greenAlpha.mean, green_alpha_words(own),
+                   totals.words.greenAlpha));
     }
-    std::uint16_t sums[kBytes] = {};
-    sum.store(sums);
-    Means means;
-    find_means(sums, whole, means);
-    const ByteVec lower = hn::Load(bytes, means.lower);
-    const ByteVec upper = hn::Load(bytes, means.upper);
-    ByteSums total{hn::Zero(WordTag()), hn::Zero(WordTag())};
-    for (std::int32_t v = 0; v < side; ++v) {
-        for (std::int32_t u = 0; u < side; ++u) {
-            const ByteVec values = hn::BitCast(bytes, hn::LoadU(d, rows[v] + u));
-            total.add(hn::Or(hn::SaturatedSub(lower, values), hn::SaturatedSub(values, upper)));
+
+private:
+    template <class Use>
+    HWY_INLINE void for_window(const Pixel* const* rows, const Use& use) const {
+        const std::int32_t side = 2 * radius_ + 1;
+        for (std::int32_t v = 0; v < side; ++v) {
+            for (std::int32_t u = 0; u < side; ++u) use(hn::LoadU(PixelTag(), rows[v] + u));
         }
     }
-    std::uint16_t totals[kBytes] = {};
-    total.store(totals);
-    HWY_ALIGN std::uint8_t own[kBytes] = {};
-    hn::Store(hn::BitCast(bytes, hn::LoadU(d, rows[radius] + radius)), bytes, own);
-    HWY_ALIGN std::uint8_t results[kBytes];
-    choose_values(totals, means, whole, own, results);
-    return opaque(hn::BitCast(d, hn::Load(bytes, results)));
-}
+
+    HWY_INLINE MeanWords means_of(WordVec sums) const {
+        const WordTag d;
+        const WordVec mean = quotient_(sums);
+        const WordVec pixels = hn::Set(d, static_cast<std::uint16_t>(whole_.pixels));
+        const auto isWhole = hn::Eq(hn::Mul(mean, pixels), sums);
+        const WordVec one = hn::Set(d, 1);
+        const MeanWords means{mean, hn::Add(mean, hn::IfThenZeroElse(isWhole, one)), mean};
+        if (HWY_LIKELY(whole_.allExact || hn::AllFalse(d, isWhole))) return means;
+        return looked_up(means);
+    }
+
+    HWY_NOINLINE MeanWords looked_up(const MeanWords& means) const {
+        const WordTag d;
+        constexpr std::size_t kWords = hn::MaxLanes(WordTag());
+        HWY_ALIGN std::uint16_t lower[kWords], upper[kWords], mean[kWords];
+        hn::Store(means.lower, d, lower);
+        hn::Store(means.upper, d, upper);
+        hn::Store(means.mean, d, mean);
+        for (std::size_t i = 0; i < hn::Lanes(d); ++i) {
+            if (upper[i] != mean[i]) continue;
+            lower[i] = whole_.lower[mean[i]];
+            upper[i] = whole_.upper[mean[i]];
+            mean[i] = whole_.mean[mean[i]];
+        }
+        return {hn::Load(d, lower), hn::Load(d, upper), hn::Load(d, mean)};
+    }
+
+    // own / total > 1.5 / pixels, in which own is part of the total. All but the total times 1.5 fit words,
+    // and that may stay at the largest word, since own times pixels is less.
+    HWY_INLINE WordVec chosen(WordVec value, WordVec mean, WordVec own, WordVec total) const {
+        const WordTag d;
+        const WordVec more = hn::Set(d, whole_.equalIsAbove ? 1 : 2);
+        const WordVec half = hn::ShiftRight<1>(hn::Add(total, more));
+        const WordVec pixels = hn::Set(d, static_cast<std::uint16_t>(whole_.pixels));
+        const WordVec limit = hn::SaturatedAdd(total, half);
+        const auto reaches = hn::Eq(hn::SaturatedSub(limit, hn::Mul(own, pixels)), hn::Zero(d));
+        const auto standsOut = hn::And(hn::Ne(own, hn::Zero(d)), reaches);
+        return hn::IfThenElse(standsOut, mean, value);
+    }
+
+    std::int32_t radius_;
+    const WholeMeans& whole_;
+    WordQuotient quotient_;
+};
 
 void anti_noise(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius, std::int32_t first,
                 std::int32_t last) {
@@ -170,7 +182,8 @@ void anti_noise(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius
         return;
     }
     const WholeMeans whole(radius);
-    if (!whole.allKnown) return plain::anti_noise(source, target, radius, first, last);
+    const SmallWindows windows(radius, whole);
+    if (!windows.is_exact()) return plain::anti_noise(source, target, radius, first, last);
     const PixelTag d;
     constexpr auto kMostLanes = static_cast<std::int32_t>(hn::MaxLanes(PixelTag()));
     const auto lanes = static_cast<std::int32_t>(hn::Lanes(d));
@@ -184,7 +197,7 @@ void anti_noise(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius
             Pixel* to = target.row(y) + x;
             if (x >= radius && x + lanes + radius <= source.width) {
                 for (std::int32_t i = 0; i < side; ++i) rows[i] = row_of(i) + (x - radius);
-                hn::StoreU(quieten(rows, radius, whole), d, to);
+                hn::StoreU(windows.quieten(rows), d, to);
                 continue;
             }
             // What reaches beyond the picture works on a copy with its edges repeated.
@@ -195,7 +208,7 @@ void anti_noise(ConstPixelBuffer source, PixelBuffer target, std::int32_t radius
                 rows[i] = copies[i];
             }
             Pixel result[kMostLanes];
-            hn::StoreU(quieten(rows, radius, whole), d, result);
+            hn::StoreU(windows.quieten(rows), d, result);
             std::copy_n(result, std::min(lanes, source.width - x), to);
         }
     }
