@@ -89,9 +89,9 @@ class Weaver {
 public:
     explicit Weaver(std::int32_t opacity) : opacity_(static_cast<std::uint32_t>(opacity)) {}
 
-    // A stroke from the generator in each lane. Quotients of draws are exact: by the reciprocal of 30 in
-    // units of 2^-20, which is off by less than 1 / 2^16 for all of them, and by division in floats, which
-    // has more bits than a draw and a divisor together lack.
+    // A stroke from the generator in each lane. Both remainders are exact: 34953 is the reciprocal of 30 in
+    // units of 2^-20, too large by less than draws can show; and a quotient of two numbers below 2^15 stays
+    // further from the next whole number than floats round it.
     HWY_INLINE Strokes draw(PixelVec states) const {
         const PixelTag d;
         const IntTag ints;
