@@ -42,7 +42,7 @@ HWY_INLINE ByteQuads interleaved(PixelVec a, PixelVec b, PixelVec c, PixelVec d)
              _mm512_unpacklo_epi16(abHigh, cdHigh), _mm512_unpackhi_epi16(abHigh, cdHigh)}};
 }
 
-template <bool kFive, bool kSmall, class Divide>
+template <bool kFive, WeightParts kParts, class Divide>
 class ByteRows {
 public:
     ByteRows(ConstPixelBuffer source, const ByteWeights& weights, const Divide& divide)
@@ -134,11 +134,19 @@ private:
                                     _mm512_alignr_epi64(next.columns.v[1], u[1], 2)};
         ChannelSums sums;
         for (int i = 0; i < 4; ++i) sums.v[i] = _mm512_setzero_si512();
-        if constexpr (!kSmall) {
-            add_part<kRow>(weights_.columns[1], weights_.lastRow[1], columns, here, next, sums);
-            for (int i = 0; i < 4; ++i) sums.v[i] = _mm512_slli_epi32(sums.v[i], ByteWeights::kPartBits);
+        const auto add = [&](int part) PIXVANE_BYTE_PRODUCTS {
+            add_part<kRow>(weights_.columns[part], weights_.lastRow[part], columns, here, next, sums);
+        };
+        const __m512i bits = _mm512_set1_epi32(weights_.partBits);
+        if constexpr (kParts == WeightParts::Added) {
+            add(1);
+            for (__m512i& sum : sums.v) sum = _mm512_sllv_epi32(sum, bits);
         }
-        add_part<kRow>(weights_.columns[0], weights_.lastRow[0], columns, here, next, sums);
+        add(0);
+        if constexpr (kParts == WeightParts::Divided) {
+            for (__m512i& sum : sums.v) sum = _mm512_srlv_epi32(sum, bits);
+            add(1);
+        }
         return sums;
     }
 
@@ -148,10 +156,8 @@ private:
                                                           const __m512i (&columns)[8], const Part& here,
                                                           const Part& next, ChannelSums& sums) {
         for (int x = 0; x <= 2 * kReach; ++x) {
-            const auto weights =
-                static_cast<std::int32_t>(static_cast<std::uint32_t>(columnWeights[x]) << (8 * kRow));
             for (int i = 0; i < 4; ++i)
-                sums.v[i] = add_products(sums.v[i], columns[2 + i + x - kReach], weights);
+                sums.v[i] = add_products(sums.v[i], columns[2 + i + x - kReach], columnWeights[5 * kRow + x]);
         }
         if constexpr (kFive) {
             const auto* v = here.lastRow.v;
@@ -185,17 +191,17 @@ void convolve_bytes(ConstPixelBuffer source, PixelBuffer target, const ByteWeigh
     const auto run = [&](auto rows) {
         for (std::int32_t y = first; y < last; y += rows.kRows) rows.make(target, y, last, streaming);
     };
-    if (weights.side == 5) {
-        if (weights.isSmall) {
-            run(ByteRows<true, true, Divide>(source, weights, divide));
-        } else {
-            run(ByteRows<true, false, Divide>(source, weights, divide));
+    const auto run_parts = [&]<bool kFive>() {
+        switch (weights.parts) {
+            case WeightParts::One:
+                return run(ByteRows<kFive, WeightParts::One, Divide>(source, weights, divide));
+            case WeightParts::Added:
+                return run(ByteRows<kFive, WeightParts::Added, Divide>(source, weights, divide));
+            case WeightParts::Divided:
+                return run(ByteRows<kFive, WeightParts::Divided, Divide>(source, weights, divide));
         }
-    } else if (weights.isSmall) {
-        run(ByteRows<false, true, Divide>(source, weights, divide));
-    } else {
-        run(ByteRows<false, false, Divide>(source, weights, divide));
-    }
+    };
+    weights.side == 5 ? run_parts.template operator()<true>() : run_parts.template operator()<false>();
     if (streaming) hwy::FlushStream();
 }
 
@@ -208,12 +214,8 @@ inline bool convolve_bytes(ConstPixelBuffer source, PixelBuffer target, const Ke
         convolve_bytes(source, target, weights, Undivided(), first, last);
         return true;
     }
-    if (DividedWords<false>::serves(weights.divisor)) {
-        convolve_bytes(source, target, weights, DividedWords<false>(weights.divisor), first, last);
-        return true;
-    }
-    if (DividedWords<true>::serves(weights.divisor)) {
-        convolve_bytes(source, target, weights, DividedWords<true>(weights.divisor), first, last);
+    if (DividedWords::serves(weights.divisor)) {
+        convolve_bytes(source, target, weights, DividedWords(weights.divisor), first, last);
         return true;
     }
     convolve_bytes(source, target, weights, DividedFloats(weights.divisor), first, last);
