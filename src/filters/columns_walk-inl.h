@@ -43,8 +43,8 @@ public:
         const std::int32_t lanes = lanes_of_pixels();
         for (; descent.x + lanes <= std::min(x - behind_, width_); descent.x += lanes) {
             if constexpr (kFetches) {
-                hwy::Prefetch(descent.nextIn + descent.x);
-                hwy::Prefetch(descent.nextOut + descent.x);
+                fetch_line(descent.nextIn + descent.x);
+                fetch_line(descent.nextOut + descent.x);
             }
             sums().exchange(hn::LoadU(d, descent.in + descent.x), hn::LoadU(d, descent.out + descent.x),
                             descent.x);

@@ -70,7 +70,7 @@ public:
         Part here = load(-offset);
         for (std::int32_t x = -offset; x < width; x += kLanes) {
             // What the next rows will want first.
-            for (std::int32_t i = 0; i < kRows; ++i) hwy::Prefetch(ahead[i] + std::max(0, x));
+            for (std::int32_t i = 0; i < kRows; ++i) fetch_line(ahead[i] + std::max(0, x));
             const Part next = load(x + kLanes);
             const bool isWhole = HWY_LIKELY(x >= 0 && x + kLanes <= width);
             const auto store = [&](PixelVec made, Pixel* row) HWY_ATTR {

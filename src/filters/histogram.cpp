@@ -155,7 +155,7 @@ Histogram luminance_histogram(ConstPixelBuffer source) {
         for (std::size_t j = 0; j < kPiece; j += step)
             hn::Store(lumas_of(load_quad(source.data + i + j)), ByteTag(), lumas + j);
         for (std::size_t j = 0; j < kPiece; j += kLine) {
-            hwy::Prefetch(source.data + std::min(i + kPiece + j, count - 1));
+            fetch_line(source.data + std::min(i + kPiece + j, count - 1));
             for (std::size_t k = 0; k < kLine; ++k) ++bins.bins[k % 8][lumas[j + k]];
         }
     }

@@ -177,7 +177,7 @@ HWY_INLINE void copy_and_fetch(const Pixel* from, Pixel* to, std::size_t count, 
     std::size_t part = kPart + pixels_to_line(to);
     for (std::size_t i = 0; i < count; i += part, part = kPart) {
         part = std::min(part, count - i);
-        for (std::size_t k = i; k < i + part; k += kLinePixels) hwy::Prefetch(ahead + k);
+        for (std::size_t k = i; k < i + part; k += kLinePixels) fetch_line(ahead + k);
         copy_run(from + i, to + i, part, streaming);
     }
 }

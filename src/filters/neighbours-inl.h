@@ -104,8 +104,8 @@ HWY_INLINE void make_row(Pixel* to, std::int32_t width, std::int32_t reach, bool
     const InTheMidst midst;
     for (; x + 2 * lanes + reach <= width; x += 2 * lanes) {
         PixelVec two[2];
-        hwy::Prefetch(ahead + x);
-        if (lanes > 8) hwy::Prefetch(ahead + x + lanes);
+        fetch_line(ahead + x);
+        if (lanes > 8) fetch_line(ahead + x + lanes);
         make.make(x, midst, two);
         if (streaming) {
             hn::Stream(two[0], d, to + x);
