@@ -136,6 +136,49 @@ void sum_columns(ConstPixelBuffer source, std::int32_t x, std::int32_t count, st
     }
 }
 
+// The four channels of a pixel, in the order of its bytes.
+using ChannelTag = hn::FixedTag<std::uint32_t, 4>;
+using ChannelVec = hn::Vec<ChannelTag>;
+using ChannelBytes = hn::FixedTag<std::uint8_t, 4>;
+
+HWY_INLINE hn::Vec<ChannelBytes> bytes_of(Pixel p) {
+    return hn::LoadU(ChannelBytes(), reinterpret_cast<const std::uint8_t*>(&p));
+}
+
+// The sum over columns begin..end; up to `whole`, the last one counts instead of those that aren't there.
+HWY_INLINE ChannelVec sum_of(const std::uint16_t (*sums)[4], std::int32_t begin, std::int32_t end,
+                             std::int32_t whole) {
+    const ChannelTag d;
+    const hn::FixedTag<std::uint16_t, 8> two;
+    const hn::FixedTag<std::uint16_t, 4> one;
+    // Of two columns at a time: blue and red, green and alpha.
+    ChannelVec even = hn::Zero(d);
+    ChannelVec odd = hn::Zero(d);
+    const auto add = [&](auto columns) HWY_ATTR {
+        const ChannelVec pairs = hn::BitCast(d, columns);
+        even = hn::Add(even, hn::And(pairs, hn::Set(d, 0xFFFF)));
+        odd = hn::Add(odd, hn::ShiftRight<16>(pairs));
+    };
+    std::int32_t i = begin;
+    for (; i + 2 <= end; i += 2) add(hn::LoadU(two, sums[i]));
+    if (i < end) add(hn::ZeroExtendVector(two, hn::LoadU(one, sums[i])));
+    const ChannelVec sum = hn::Add(hn::InterleaveLower(d, even, odd), hn::InterleaveUpper(d, even, odd));
+    if (HWY_LIKELY(end == whole)) return sum;
+    const ChannelVec last = hn::PromoteTo(d, hn::LoadU(one, sums[end - 1]));
+    return hn::Add(sum, hn::Mul(last, hn::Set(d, static_cast<std::uint32_t>(whole - end))));
+}
+
+HWY_INLINE Pixel mean_of(ChannelVec total, double part) {
+    const hn::FixedTag<std::int32_t, 4> integers;
+    const hn::FixedTag<double, 4> doubles;
+    // Half of one more keeps a whole quotient from falling below itself.
+    const auto sum = hn::Add(hn::PromoteTo(doubles, hn::BitCast(integers, total)), hn::Set(doubles, 0.5));
+    const auto mean = hn::DemoteTo(integers, hn::Mul(sum, hn::Set(doubles, part)));
+    Pixel made;
+    hn::StoreU(hn::DemoteTo(ChannelBytes(), mean), ChannelBytes(), reinterpret_cast<std::uint8_t*>(&made));
+    return made | kOpaque;
+}
+
 // The means of tiles that start at column x, of which the last may reach beyond `count` columns.
 void mean_tiles(ConstPixelBuffer source, std::int32_t half, std::int32_t x, std::int32_t count,
                 std::int32_t y, std::int32_t tiles, Pixel* colors) {
@@ -145,27 +188,12 @@ void mean_tiles(ConstPixelBuffer source, std::int32_t half, std::int32_t x, std:
     const auto weights = static_cast<std::uint32_t>(side) * static_cast<std::uint32_t>(side) + 1;
     const double part = 1.0 / weights;
     for (std::int32_t tile = 0; tile < tiles; ++tile) {
-        const Pixel middle = source.row(y + half)[x + tile * side + half];
-        std::uint32_t total[3] = {blue_of(middle), green_of(middle), red_of(middle)};
-        // Two sums of 32 bits in each.
-        std::uint64_t even = 0;
-        std::uint64_t odd = 0;
         const std::int32_t begin = tile * side;
         const std::int32_t end = std::min(begin + side, count);
-        for (std::int32_t i = begin; i < end; ++i) {
-            std::uint64_t column;
-            std::memcpy(&column, sums[i], sizeof column);
-            even += column & 0x0000FFFF0000FFFF;
-            odd += column >> 16 & 0x0000FFFF0000FFFF;
-        }
-        total[0] += static_cast<std::uint32_t>(even);
-        total[1] += static_cast<std::uint32_t>(odd);
-        total[2] += static_cast<std::uint32_t>(even >> 32);
-        const auto beyond = static_cast<std::uint32_t>(begin + side - end);
-        for (int channel = 0; channel < 3; ++channel) total[channel] += beyond * sums[end - 1][channel];
-        // Half of one more keeps a whole quotient from falling below itself.
-        const auto mean = [=](std::uint32_t sum) { return static_cast<std::uint32_t>((sum + 0.5) * part); };
-        colors[tile] = make_pixel(0xFF, mean(total[2]), mean(total[1]), mean(total[0]));
+        const auto total =
+            hn::Add(sum_of(sums, begin, end, begin + side),
+                    hn::PromoteTo(ChannelTag(), bytes_of(source.row(y + half)[x + begin + half])));
+        colors[tile] = mean_of(total, part);
     }
 }
 
