@@ -4,7 +4,7 @@
 
 #include "control/kernel_edits.h"
 #include "control/member_table.h"
-#include "filters/adjust.h"
+#include "filters/adjust/adjust.h"
 
 namespace pixvane {
 namespace {

@@ -5,8 +5,8 @@
 #include "control/kernel_edits.h"
 #include "control/member_table.h"
 #include "core/pixel_rows.h"
-#include "filters/area.h"
-#include "filters/band_scratch.h"
+#include "filters/area/area.h"
+#include "filters/area/band_scratch.h"
 
 namespace pixvane {
 namespace {

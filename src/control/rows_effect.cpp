@@ -7,7 +7,7 @@
 #include "control/kernel_edits.h"
 #include "control/member_table.h"
 #include "core/compose.h"
-#include "filters/effects.h"
+#include "filters/effects/effects.h"
 
 namespace pixvane {
 namespace {

@@ -6,9 +6,9 @@
 #include "control/member_table.h"
 #include "core/compose.h"
 #include "core/integer_math.h"
-#include "core/scale.h"
-#include "filters/geometry.h"
-#include "filters/gradient_border.h"
+#include "core/scaling/scale.h"
+#include "filters/geometry/geometry.h"
+#include "filters/geometry/gradient_border.h"
 
 namespace pixvane {
 namespace {

@@ -15,7 +15,7 @@
 #include "core/color.h"
 #include "core/value.h"
 #include "draw/rasterizer.h"
-#include "filters/histogram.h"
+#include "filters/adjust/histogram.h"
 
 namespace pixvane {
 

@@ -1,6 +1,6 @@
 // Pictures on a canvas.
 // SPDX-License-Identifier: MIT
-#include "core/scaled_picture.h"
+#include "core/scaling/scaled_picture.h"
 #include "draw/canvas.h"
 #include "draw/rotated_picture.h"
 

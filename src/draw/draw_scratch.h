@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/pixel_buffer.h"
-#include "core/scale.h"
+#include "core/scaling/scale.h"
 #include "draw/path.h"
 #include "draw/rotated_picture.h"
 

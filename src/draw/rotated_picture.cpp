@@ -10,7 +10,7 @@
 #include "core/compose.h"
 #include "core/integer_math.h"
 #include "core/parallel_rows.h"
-#include "core/scaled_picture.h"
+#include "core/scaling/scaled_picture.h"
 
 namespace pixvane {
 namespace {

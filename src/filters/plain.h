@@ -3,9 +3,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "filters/adjust.h"
-#include "filters/geometry.h"
-#include "filters/histogram.h"
+#include "filters/adjust/adjust.h"
+#include "filters/adjust/histogram.h"
+#include "filters/geometry/geometry.h"
 
 namespace pixvane::filters::plain {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "core/bitmap.h"
-#include "core/scale.h"
+#include "core/scaling/scale.h"
 #include "core/viewport.h"
 #include "draw/canvas.h"
 #include "view/scan_banner.h"

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "core/pixel_buffer.h"
-#include "core/scale.h"
+#include "core/scaling/scale.h"
 #include "view/text_image.h"
 
 namespace pixvane {

@@ -7,7 +7,7 @@
 
 #include "core/compose.h"
 #include "core/integer_math.h"
-#include "core/scaled_picture.h"
+#include "core/scaling/scaled_picture.h"
 #include "draw/coverage.h"
 
 namespace pixvane {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/pixel_buffer.h"
-#include "core/scale.h"
+#include "core/scaling/scale.h"
 #include "view/scroll_window.h"
 #include "view/text_image.h"
 

@@ -1,6 +1,6 @@
 // Tests of scaling.
 // SPDX-License-Identifier: MIT
-#include "core/scale.h"
+#include "core/scaling/scale.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <tuple>
 
 #include "core/compose.h"
-#include "core/scaled_picture.h"
+#include "core/scaling/scaled_picture.h"
 #include "core/streaming.h"
 #include "support/instruction_sets.h"
 #include "support/pictures.h"

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "core/scaled_picture.h"
+#include "core/scaling/scaled_picture.h"
 #include "support/pictures.h"
 
 namespace pixvane::test {

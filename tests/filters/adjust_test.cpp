@@ -1,6 +1,6 @@
 // Tests of the colour adjustments against values worked out by hand.
 // SPDX-License-Identifier: MIT
-#include "filters/adjust.h"
+#include "filters/adjust/adjust.h"
 
 #include <gtest/gtest.h>
 

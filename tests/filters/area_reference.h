@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "filters/area.h"
-#include "filters/band_scratch.h"
+#include "filters/area/area.h"
+#include "filters/area/band_scratch.h"
 #include "support/pictures.h"
 
 namespace pixvane::test {

@@ -6,7 +6,7 @@
 
 #include <limits>
 
-#include "filters/geometry.h"
+#include "filters/geometry/geometry.h"
 #include "support/instruction_sets.h"
 #include "support/pictures.h"
 

@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "core/compose.h"
-#include "filters/effects.h"
+#include "filters/effects/effects.h"
 #include "support/pictures.h"
 
 namespace pixvane::test {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "core/streaming.h"
-#include "filters/effects.h"
+#include "filters/effects/effects.h"
 #include "support/instruction_sets.h"
 #include "support/pictures.h"
 

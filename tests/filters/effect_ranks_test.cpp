@@ -6,7 +6,7 @@
 #include <cmath>
 #include <vector>
 
-#include "filters/effects.h"
+#include "filters/effects/effects.h"
 #include "support/pictures.h"
 
 namespace pixvane::test {

@@ -6,7 +6,7 @@
 #include <set>
 
 #include "core/compose.h"
-#include "filters/effects.h"
+#include "filters/effects/effects.h"
 #include "support/pictures.h"
 
 namespace pixvane::test {

@@ -11,9 +11,9 @@
 
 #include "core/compose.h"
 #include "core/streaming.h"
-#include "filters/adjust.h"
-#include "filters/geometry.h"
-#include "filters/histogram.h"
+#include "filters/adjust/adjust.h"
+#include "filters/adjust/histogram.h"
+#include "filters/geometry/geometry.h"
 #include "support/instruction_sets.h"
 #include "support/pictures.h"
 

@@ -1,6 +1,6 @@
 // Tests of gradients, and of pictures placed on them.
 // SPDX-License-Identifier: MIT
-#include "filters/gradient_border.h"
+#include "filters/geometry/gradient_border.h"
 
 #include <gtest/gtest.h>
 

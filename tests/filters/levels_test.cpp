@@ -1,14 +1,14 @@
 // Tests of the histograms, and of the automatic corrections: what they take from them, to the single pixel.
 // SPDX-License-Identifier: MIT
-#include "filters/levels.h"
+#include "filters/adjust/levels.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <numeric>
 
-#include "filters/adjust.h"
-#include "filters/histogram.h"
+#include "filters/adjust/adjust.h"
+#include "filters/adjust/histogram.h"
 #include "support/pictures.h"
 
 namespace pixvane::test {

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include "filters/adjust.h"
-#include "filters/histogram.h"
+#include "filters/adjust/adjust.h"
+#include "filters/adjust/histogram.h"
 #include "support/instruction_sets.h"
 #include "support/pictures.h"
 

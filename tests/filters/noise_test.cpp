@@ -5,7 +5,7 @@
 #include <limits>
 #include <set>
 
-#include "filters/adjust.h"
+#include "filters/adjust/adjust.h"
 #include "support/pictures.h"
 
 namespace pixvane::test {

@@ -10,7 +10,7 @@
 
 #include "core/compose.h"
 #include "core/parallel_rows.h"
-#include "core/scaled_picture.h"
+#include "core/scaling/scaled_picture.h"
 #include "platform/cairo/cairo_rasterizer.h"
 #include "support/allocations.h"
 #include "support/instruction_sets.h"
