@@ -47,10 +47,12 @@ Bytes write_with_libpng(std::int32_t width, std::int32_t height, const LibpngKin
     const std::size_t stride = rows.size() / static_cast<std::size_t>(height);
     for (int pass = png_set_interlace_handling(png); pass > 0; --pass)
         for (int y = 0; y < height; ++y) {
-            const int filter = PNG_FILTER_NONE << (kind.firstFilter + y) % 5;
-            // The row above is only kept from the start if the first filter may want it.
-            const int first = y == 0 && filter < PNG_FILTER_UP ? filter | PNG_FILTER_UP : filter;
-            if (kind.firstFilter >= 0) png_set_filter(png, PNG_FILTER_TYPE_BASE, first);
+            if (kind.firstFilter >= 0) {
+                const int filter = PNG_FILTER_NONE << (kind.firstFilter + y) % 5;
+                // The row above is only kept from the start if the first filter may want it.
+                const int first = y == 0 && filter < PNG_FILTER_UP ? filter | PNG_FILTER_UP : filter;
+                png_set_filter(png, PNG_FILTER_TYPE_BASE, first);
+            }
             png_write_row(png, rows.data() + static_cast<std::size_t>(y) * stride);
         }
     png_write_end(png, info);
