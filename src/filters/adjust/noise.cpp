@@ -6,6 +6,7 @@
 
 #include "core/integer_math.h"
 #include "core/kernel_path.h"
+#include "core/random_lanes-inl.h"
 #include "filters/adjust/luma-inl.h"
 #include "filters/adjust/noise_draws.h"
 #include "filters/plain.h"
@@ -38,39 +39,18 @@ namespace pixvane::filters::HWY_NAMESPACE {
 #if PIXVANE_VECTORS
 using namespace pixvane::HWY_NAMESPACE;
 
-// The generator a number of steps ahead, state * factor + addend.
-struct Jump {
-    std::uint32_t factor;
-    std::uint32_t addend;
-
-    explicit Jump(std::uint64_t steps) {
-        RandomGenerator random;
-        random.set_state(0);
-        random.jump(steps);
-        addend = random.state();
-        random.set_state(1);
-        random.jump(steps);
-        factor = random.state() - addend;
-    }
-    HWY_INLINE PixelVec operator()(PixelVec states) const {
-        const PixelTag d;
-        return hn::Add(hn::Mul(states, hn::Set(d, factor)), hn::Set(d, addend));
-    }
-};
-
 // Two draws of each lane's generator: an offset of a channel. No channel needs one beyond 255.
 HWY_INLINE IntVec draw_offsets(PixelVec& states, double scale) {
-    const PixelTag d;
     const DoubleTag doubles;
-    const Jump step(1);
-    states = step(states);
-    const DoublePair draws = to_doubles(hn::And(hn::ShiftRight<16>(states), hn::Set(d, 0x7FFF)));
+    PixelVec drawn;
+    states = next_draw(states, drawn);
+    const DoublePair draws = to_doubles(drawn);
     const auto limited = [&](DoubleVec draw) HWY_ATTR {
         const DoubleVec size = hn::Mul(draw, hn::Set(doubles, scale));
         return hn::Min(hn::Max(size, hn::Set(doubles, -255.0)), hn::Set(doubles, 255.0));
     };
     const IntVec sizes = to_ints({limited(draws.low), limited(draws.high)});
-    states = step(states);
+    states = next_draw(states, drawn);
     const IntVec negative = hn::ShiftRight<31>(hn::BitCast(IntTag(), hn::ShiftLeft<1>(states)));
     return hn::Sub(hn::Xor(sizes, negative), negative);
 }
@@ -93,7 +73,7 @@ HWY_INLINE std::size_t add_noise(ConstPixelBuffer source, PixelBuffer target, do
         first[i] = random.state();
         random.jump(draws);
     }
-    const Jump toNextVector(draws * lanes);
+    const RandomJump toNextVector(draws * lanes);
     PixelVec starts = hn::Load(d, first);
     std::size_t i = 0;
     for (; i + lanes <= source.count(); i += lanes) {

@@ -9,9 +9,9 @@
 
 #include "core/compose.h"
 #include "core/kernel_path.h"
+#include "core/random_lanes-inl.h"
 #include "filters/area/neighbours-inl.h"
 #include "filters/effects/effects_plain.h"
-#include "filters/effects/random_lanes-inl.h"
 
 #ifndef PIXVANE_FILTERS_TEXTILE_
 #define PIXVANE_FILTERS_TEXTILE_

@@ -1,10 +1,10 @@
 // The random generator in the lanes of a vector; included once for each instruction set.
 // SPDX-License-Identifier: MIT
-#if defined(PIXVANE_FILTERS_RANDOM_LANES_INL_H_) == defined(HWY_TARGET_TOGGLE)
-#ifdef PIXVANE_FILTERS_RANDOM_LANES_INL_H_
-#undef PIXVANE_FILTERS_RANDOM_LANES_INL_H_
+#if defined(PIXVANE_CORE_RANDOM_LANES_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PIXVANE_CORE_RANDOM_LANES_INL_H_
+#undef PIXVANE_CORE_RANDOM_LANES_INL_H_
 #else
-#define PIXVANE_FILTERS_RANDOM_LANES_INL_H_
+#define PIXVANE_CORE_RANDOM_LANES_INL_H_
 #endif
 
 #include "core/pixel_runs-inl.h"
